@@ -1,0 +1,95 @@
+// Grey by fixed weights, and black and white through colour filters and a tone table.
+#include "core/level.h"
+#include "core/lookup.h"
+
+#include <cmath>
+#include <limits>
+
+namespace lumivex::LUMIVEX_LEVEL
+{
+int32_t IM_Gris(uint8_t* image, const uint8_t* selection, int32_t width, int32_t height, uint8_t selection_only,
+                uint32_t* progress)
+{
+    const Target picture{image, {width, height}};
+    const Selection selected(selection, selection_only);
+    // The weights add up to 1000, so no grey exceeds 255.
+    const auto toGrey = [](auto pixel) {
+        const auto sum = red(pixel) * 222u + green(pixel) * 707u + blue(pixel) * 71u;
+        return withColour(pixel, greyPixel(quotient<1000, 255'000>(sum)));
+    };
+    const auto keep = [](auto pixel) { return pixel; };
+    forEachRow(picture.size, Progress(progress, height), [&](int64_t y) {
+        const int64_t offset = y * width * 4;
+        mapSelected(selected.from(offset), image + offset, width, toGrey, keep);
+    });
+    return height;
+}
+
+namespace
+{
+/// The 0.5th power: unlike a square root it takes -0 to 0 and minus infinity to infinity.
+float halfPower(float value)
+{
+    if (value == 0.0f) {
+        return 0.0f;
+    }
+    return std::isinf(value) ? std::numeric_limits<float>::infinity() : std::sqrt(value);
+}
+
+/// The factor of a colour filter: 1 for amount 0, 0 for 51.
+double filterFactor(float amount)
+{
+    return static_cast<float>(1.0 - double{amount} / 51.0);
+}
+
+/// Makes clipped highlights red and clipped shadows blue.
+template <class P>
+P markClipped(P pixel)
+{
+    const P colour = pixel & colourBits;
+    const P marked = select(colour == colourBits, pixel & ~0x00ffffu, pixel);
+    return select(colour == 0u, marked | 0xffu, marked);
+}
+} // namespace
+
+int32_t IM_NB(uint8_t* destination, const uint8_t* source, const float* tone_table, const uint8_t* selection,
+              int32_t width, int32_t height, float red_amount, float green_amount, float blue_amount, float row,
+              uint8_t selection_only, uint8_t clipping_warning)
+{
+    const int64_t count = Size{width, height}.pixelsByProduct();
+    if (count == 0) {
+        return height; // before the tone table is read
+    }
+    const float* const tones = tone_table + truncateClamped(row, 0.0f, 100.0f) * 256;
+    const ByteTable table = tabulate([=](int level) { return lowByte(double{tones[level]}); });
+
+    const double kR = filterFactor(red_amount);
+    const double kG = filterFactor(green_amount);
+    const double kB = filterFactor(blue_amount);
+    const double norm = halfPower(static_cast<float>(kR * kG * kB));
+
+    // Half a register of pixels fills one of doubles with four-byte lanes to spare.
+    const auto levelOf = [=](auto pixel) {
+        const auto B = convert<double>(convert<int32_t>(blue(pixel)));
+        const auto G = convert<double>(convert<int32_t>(green(pixel)));
+        const auto R = convert<double>(convert<int32_t>(red(pixel)));
+        const auto sum = (B * kR * kG + G * kR * kB + R * kG * kB) / 3.0;
+        return clampToByte(convert<float>(sum / norm));
+    };
+    const auto toned = [&](auto old, auto pixel) {
+        return withColour(old, lookUp(table, greyPixel(byHalves(levelOf, pixel))));
+    };
+    const auto copied = [](auto old, auto pixel) { return withColour(old, pixel); };
+
+    const uint8_t* const mask = Selection(selection, selection_only).from(0);
+    if (clipping_warning == 0) {
+        mapSelected(mask, destination, count, toned, copied, source);
+    } else {
+        // Unselected pixels are marked too: that is meant.
+        const auto markedTone = [&](auto old, auto pixel) { return markClipped(toned(old, pixel)); };
+        const auto markedCopy = [&](auto old, auto pixel) { return markClipped(copied(old, pixel)); };
+        mapSelected(mask, destination, count, markedTone, markedCopy, source);
+    }
+    return height;
+}
+} // namespace lumivex::LUMIVEX_LEVEL

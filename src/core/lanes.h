@@ -1,0 +1,230 @@
+// Lanes: the vectors that rules run on, and the few operations on them that plain operators do not give.
+//
+// A rule is a generic lambda. It is called with whole registers in the body of a run and with single values in its
+// tail, so everything here takes both: a scalar counts as a vector of one lane.
+#pragma once
+
+#include <bit>
+#include <cstdint>
+#include <cstring>
+#include <type_traits>
+
+#if defined(__SSE2__)
+#include <immintrin.h>
+#endif
+
+// Everything a level compiles stands in a namespace of its own: a function that the linker merged across levels could
+// bring instructions to a processor that lacks them.
+#ifndef LUMIVEX_LEVEL
+#error "LUMIVEX_LEVEL names the level this file is compiled for"
+#endif
+
+namespace lumivex::LUMIVEX_LEVEL
+{
+static_assert(std::endian::native == std::endian::little, "pixels are read as little-endian words");
+
+#if defined(__AVX512VBMI__)
+inline constexpr int registerBytes = 64;
+#elif defined(__AVX2__)
+inline constexpr int registerBytes = 32;
+#else
+inline constexpr int registerBytes = 16;
+#endif
+
+template <class T, int count>
+struct VectorOf
+{
+    using Type [[gnu::vector_size(count * sizeof(T))]] = T;
+};
+template <class T>
+struct VectorOf<T, 1>
+{
+    using Type = T;
+};
+
+/// `count` lanes of type T.
+template <class T, int count>
+using Lanes = typename VectorOf<T, count>::Type;
+
+/// One register of lanes of type T.
+template <class T>
+using Register = Lanes<T, registerBytes / int{sizeof(T)}>;
+
+template <class V>
+struct LaneTraits
+{
+    using Element = std::remove_cvref_t<decltype(std::declval<V>()[0])>;
+    static constexpr int count = sizeof(V) / sizeof(Element);
+};
+template <class V>
+requires std::is_arithmetic_v<V>
+struct LaneTraits<V>
+{
+    using Element = V;
+    static constexpr int count = 1;
+};
+
+template <class V>
+inline constexpr int laneCount = LaneTraits<V>::count;
+template <class V>
+using ElementOf = typename LaneTraits<V>::Element;
+/// As many lanes as V has, of another type.
+template <class V, class T>
+using WithElement = Lanes<T, laneCount<V>>;
+
+template <class V>
+inline V load(const void* from)
+{
+    V lanes;
+    std::memcpy(&lanes, from, sizeof lanes);
+    return lanes;
+}
+
+template <class V>
+inline void store(void* to, V lanes)
+{
+    std::memcpy(to, &lanes, sizeof lanes);
+}
+
+/// The same value in every lane.
+template <class V>
+inline V splat(ElementOf<V> value)
+{
+    if constexpr (laneCount<V> == 1) {
+        return value;
+    } else {
+        return value - V{};
+    }
+}
+
+template <class Mask, class V>
+inline V select(Mask condition, V yes, V no)
+{
+    return condition ? yes : no;
+}
+
+template <class V>
+inline V minimum(V a, V b)
+{
+    return a < b ? a : b;
+}
+
+template <class V>
+inline V maximum(V a, V b)
+{
+    return a > b ? a : b;
+}
+
+/// Converts lane by lane as a C cast does; the value must fit.
+template <class T, class V>
+inline WithElement<V, T> convert(V lanes)
+{
+    if constexpr (laneCount<V> == 1) {
+        return static_cast<T>(lanes);
+    } else {
+        return __builtin_convertvector(lanes, WithElement<V, T>);
+    }
+}
+
+/// The same bits as lanes of another type of the same size.
+template <class T, class V>
+inline auto bitsAs(V lanes)
+{
+    return std::bit_cast<Lanes<T, int{sizeof(V) / sizeof(T)}>>(lanes);
+}
+
+/// Whether any lane of a comparison's result holds.
+template <class Mask>
+inline bool any(Mask mask)
+{
+    if constexpr (std::is_same_v<Mask, bool>) {
+        return mask;
+#if defined(__AVX512F__)
+    } else if constexpr (sizeof(Mask) == 64) {
+        const auto bits = std::bit_cast<__m512i>(mask);
+        return _mm512_test_epi32_mask(bits, bits) != 0;
+#endif
+#if defined(__AVX2__)
+    } else if constexpr (sizeof(Mask) == 32) {
+        return _mm256_movemask_epi8(std::bit_cast<__m256i>(mask)) != 0;
+#endif
+#if defined(__SSE2__)
+    } else if constexpr (sizeof(Mask) == 16) {
+        return _mm_movemask_epi8(std::bit_cast<__m128i>(mask)) != 0;
+#endif
+    } else {
+        bool result = false;
+        for (int i = 0; i < laneCount<Mask>; ++i) {
+            result |= mask[i] != 0;
+        }
+        return result;
+    }
+}
+
+template <class V>
+using HalfOf = Lanes<ElementOf<V>, laneCount<V> / 2>;
+
+template <class V>
+inline HalfOf<V> lowHalf(V lanes)
+{
+    HalfOf<V> half;
+    std::memcpy(&half, &lanes, sizeof half);
+    return half;
+}
+
+template <class V>
+inline HalfOf<V> highHalf(V lanes)
+{
+    HalfOf<V> half;
+    std::memcpy(&half, reinterpret_cast<const char*>(&lanes) + sizeof half, sizeof half);
+    return half;
+}
+
+template <class V>
+inline auto join(V low, V high)
+{
+    struct Pair
+    {
+        V low, high;
+    };
+    return std::bit_cast<Lanes<ElementOf<V>, 2 * laneCount<V>>>(Pair{low, high});
+}
+
+/// Runs a rule on each half of some registers and joins its results: for rules whose values are twice as wide as what
+/// goes in and comes out.
+template <class Rule, class V, class... More>
+inline auto byHalves(Rule rule, V first, More... more)
+{
+    if constexpr (laneCount<V> == 1) {
+        return rule(first, more...);
+    } else {
+        return join(rule(lowHalf(first), lowHalf(more)...), rule(highHalf(first), highHalf(more)...));
+    }
+}
+
+/// table[index] for each lane of four bytes.
+template <class T, class V>
+inline WithElement<V, T> gather(const T* table, V index)
+{
+    static_assert(sizeof(T) == 4 && sizeof(ElementOf<V>) == 4);
+    using Result = WithElement<V, T>;
+    if constexpr (laneCount<V> == 1) {
+        return table[index];
+#if defined(__AVX512F__)
+    } else if constexpr (sizeof(V) == 64) {
+        return std::bit_cast<Result>(_mm512_i32gather_epi32(std::bit_cast<__m512i>(index), table, 4));
+#endif
+#if defined(__AVX2__)
+    } else if constexpr (sizeof(V) == 32) {
+        return std::bit_cast<Result>(
+            _mm256_i32gather_epi32(reinterpret_cast<const int*>(table), std::bit_cast<__m256i>(index), 4));
+#endif
+    } else {
+        Result result{};
+        for (int i = 0; i < laneCount<V>; ++i) {
+            result[i] = table[index[i]];
+        }
+        return result;
+    }
+}
+} // namespace lumivex::LUMIVEX_LEVEL

@@ -182,7 +182,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_ClipImage(uint8_t* destination, const uint8_
  *                 width * height * 4.
  *
  * width * height * 4 is wrapped to a signed 32-bit number here: when it is 0 only entry 0 is written, with 0; when it is
- * negative, or the picture has no pixels, nothing is. Returns 1. */
+ * negative, or positive because both sizes are negative, nothing is. Returns 1. */
 LUMIVEX_API int32_t LUMIVEX_CALL IM_BuildTopo(uint32_t* table, int32_t width, int32_t height);
 
 /* =====================================================================================================================

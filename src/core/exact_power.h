@@ -128,7 +128,7 @@ constexpr float roundToSingle(Pair value, int exponent)
     // Rounding to odd keeps what the low part knows in the last bit of the high one, 29 places below a float's.
     double odd = value.high;
     const auto bits = std::bit_cast<uint64_t>(odd);
-    const double noise = value.high * 0x1p-72;
+    const double noise = value.high * 0x1p-84;
     if ((bits & 1) == 0 && (value.low > noise || value.low < -noise)) {
         odd = std::bit_cast<double>(value.low > 0 ? bits + 1 : bits - 1);
     }

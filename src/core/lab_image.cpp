@@ -15,8 +15,7 @@ int32_t IM_GetLab(const uint8_t* source, float* lab, int32_t width, int32_t heig
         float* const records = lab + y * width * 4;
         for (int64_t x = 0; x < width; x += laneCount<Pixels>) {
             const int64_t count = std::min<int64_t>(laneCount<Pixels>, width - x);
-            Pixels pixels{};
-            std::memcpy(&pixels, picture.at(x, y), static_cast<size_t>(count) * 4);
+            const auto pixels = loadPart<Pixels>(picture.at(x, y), count);
             const auto colours = labOfLight(light(red(pixels)), light(green(pixels)), light(blue(pixels)));
             for (int i = 0; i < count; ++i) {
                 float* const record = records + (x + i) * 4;

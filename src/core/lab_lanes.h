@@ -152,7 +152,8 @@ inline auto labCube(V f)
 {
     const auto u = widen(f);
     const auto cube = widen(narrow(u * u * u));
-    return select(cube > lab::linearBelow, cube, (u - lab::linearOffset) / lab::linearSlope);
+    const auto linear = !(cube > lab::linearBelow);
+    return any(linear) ? select(linear, (u - lab::linearOffset) / lab::linearSlope, cube) : cube;
 }
 
 /// Pixels of alpha 0 from L*a*b*, any floats.

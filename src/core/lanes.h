@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <cstring>
 #include <type_traits>
+#include <utility>
 
 #if defined(__SSE2__)
 #include <immintrin.h>
@@ -86,6 +87,29 @@ inline void store(void* to, V lanes)
     std::memcpy(to, &lanes, sizeof lanes);
 }
 
+/// At most `count` lanes from memory, the rest 0.
+template <class V>
+inline V loadPart(const void* from, int64_t count)
+{
+    if (count >= laneCount<V>) {
+        return load<V>(from);
+    }
+    V lanes{};
+    std::memcpy(&lanes, from, static_cast<size_t>(count) * sizeof(ElementOf<V>));
+    return lanes;
+}
+
+/// At most `count` lanes to memory.
+template <class V>
+inline void storePart(void* to, V lanes, int64_t count)
+{
+    if (count >= laneCount<V>) {
+        store(to, lanes);
+    } else {
+        std::memcpy(to, &lanes, static_cast<size_t>(count) * sizeof(ElementOf<V>));
+    }
+}
+
 /// The same value in every lane.
 template <class V>
 inline V splat(ElementOf<V> value)
@@ -113,17 +137,6 @@ template <class V>
 inline V maximum(V a, V b)
 {
     return a > b ? a : b;
-}
-
-/// Converts lane by lane as a C cast does; the value must fit.
-template <class T, class V>
-inline WithElement<V, T> convert(V lanes)
-{
-    if constexpr (laneCount<V> == 1) {
-        return static_cast<T>(lanes);
-    } else {
-        return __builtin_convertvector(lanes, WithElement<V, T>);
-    }
 }
 
 /// The same bits as lanes of another type of the same size.
@@ -161,33 +174,39 @@ inline bool any(Mask mask)
     }
 }
 
+/// A value in a type, for generic lambdas that are told at compile time.
+template <auto value>
+using Constant = std::integral_constant<decltype(value), value>;
+template <auto value>
+inline constexpr Constant<value> constant{};
+
 template <class V>
 using HalfOf = Lanes<ElementOf<V>, laneCount<V> / 2>;
+
+// Shuffles rather than copies through memory: a register read back from two halves just stored waits for both.
 
 template <class V>
 inline HalfOf<V> lowHalf(V lanes)
 {
-    HalfOf<V> half;
-    std::memcpy(&half, &lanes, sizeof half);
-    return half;
+    return [&]<int... i>(std::integer_sequence<int, i...>) {
+        return __builtin_shufflevector(lanes, lanes, i...);
+    }(std::make_integer_sequence<int, laneCount<V> / 2>{});
 }
 
 template <class V>
 inline HalfOf<V> highHalf(V lanes)
 {
-    HalfOf<V> half;
-    std::memcpy(&half, reinterpret_cast<const char*>(&lanes) + sizeof half, sizeof half);
-    return half;
+    return [&]<int... i>(std::integer_sequence<int, i...>) {
+        return __builtin_shufflevector(lanes, lanes, (i + laneCount<V> / 2)...);
+    }(std::make_integer_sequence<int, laneCount<V> / 2>{});
 }
 
 template <class V>
-inline auto join(V low, V high)
+inline Lanes<ElementOf<V>, 2 * laneCount<V>> join(V low, V high)
 {
-    struct Pair
-    {
-        V low, high;
-    };
-    return std::bit_cast<Lanes<ElementOf<V>, 2 * laneCount<V>>>(Pair{low, high});
+    return [&]<int... i>(std::integer_sequence<int, i...>) {
+        return __builtin_shufflevector(low, high, i...);
+    }(std::make_integer_sequence<int, 2 * laneCount<V>>{});
 }
 
 /// Runs a rule on each half of some registers and joins its results: for rules whose values are twice as wide as what

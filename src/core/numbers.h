@@ -1,7 +1,7 @@
 // How a number becomes an integer, in one place, defined for every input.
 #pragma once
 
-#include "core/lanes.h"
+#include "core/convert.h"
 
 namespace lumivex::LUMIVEX_LEVEL
 {

@@ -1,7 +1,7 @@
 // Widening bytes and narrowing to bytes: where compilers need a hand.
 #pragma once
 
-#include "core/lanes.h"
+#include "core/convert.h"
 
 namespace lumivex::LUMIVEX_LEVEL
 {

@@ -60,35 +60,30 @@ private:
     float factor_;
 };
 
-/// What enters and leaves the running sums at one place of a line.
+/// What enters and leaves the running sums at a place of a line.
 enum class Change { enters, both, leaves, none };
 
 /// Slides a window along a line of `length` places: first prime(place) for what the sums start with, then
-/// step(place, change, divider), where place + radius - 1 enters and place - radius leaves.
+/// run(change, begin, end, dividerOf) for stretches of places at which place + radius - 1 enters and place - radius
+/// leaves.
 ///
 /// The window reaches radius - 1 to each side, but the last place of the line enters no sum: so it is meant.
-template <class Prime, class Step>
-inline void slide(int64_t length, int64_t radius, Prime prime, Step step)
+template <class Prime, class Run>
+inline void slide(int64_t length, int64_t radius, Prime prime, Run run)
 {
-    using enum Change;
+    const auto divider = [](int64_t count) { return Divider(static_cast<uint32_t>(count)); };
+    const Divider whole = divider(2 * radius - 1);
     for (int64_t i = 0; i < radius - 1; ++i) {
         prime(i);
     }
-    for (int64_t i = 0; i < radius; ++i) {
-        step(i, std::integral_constant<Change, enters>{}, Divider(static_cast<uint32_t>(radius + i)));
-    }
-    const Divider whole(static_cast<uint32_t>(2 * radius - 1));
-    for (int64_t i = radius; i < length - radius; ++i) {
-        step(i, std::integral_constant<Change, both>{}, whole);
-    }
-    int64_t count = 2 * radius - 2;
-    for (int64_t i = length - radius; i < length; ++i, --count) {
-        if (count > 0) {
-            step(i, std::integral_constant<Change, leaves>{}, Divider(static_cast<uint32_t>(count)));
-        } else {
-            // Radius 1 at the last place: the sums as they stand, a copy of the place before.
-            step(i, std::integral_constant<Change, none>{}, Divider(1));
-        }
+    run(constant<Change::enters>, 0, radius, [&](int64_t i) { return divider(radius + i); });
+    run(constant<Change::both>, radius, length - radius, [&](int64_t) { return whole; });
+    if (radius > 1) {
+        const int64_t last = length + radius - 2;
+        run(constant<Change::leaves>, length - radius, length, [&](int64_t i) { return divider(last - i); });
+    } else {
+        // The sums as they stand: a copy of the place before.
+        run(constant<Change::none>, length - 1, length, [&](int64_t) { return divider(1); });
     }
 }
 
@@ -97,97 +92,184 @@ inline constexpr bool hasEntry = change == Change::enters || change == Change::b
 template <Change change>
 inline constexpr bool hasExit = change == Change::leaves || change == Change::both;
 
+/// Moves the sums of a strip of columns down to row y and writes their averages into the colours of `out`.
+template <Change change, class P>
+void moveDown(SumsOf<P>* sums, int64_t count, const uint8_t* entering, const uint8_t* leaving, uint8_t* out,
+              Divider divide)
+{
+    for (int64_t i = 0; i < count; ++i) {
+        const int64_t at = i * int64_t{sizeof(P)};
+        SumsOf<P> sum = sums[i];
+        if constexpr (hasEntry<change>) {
+            sum += widenPixels(load<P>(entering + at));
+        }
+        if constexpr (hasExit<change>) {
+            sum -= widenPixels(load<P>(leaving + at));
+        }
+        sums[i] = sum;
+        store(out + at, withColour(load<P>(out + at), narrowToPixels<P>(divide(sum))));
+    }
+}
+
 /// Averages down each column, whole strips of a row at a time, from `source` into the colours of `target`.
 template <class P>
 void averageColumns(const Target& target, const Source& source, int64_t radius)
 {
-    constexpr int64_t stripBlocks = 128;
-    SumsOf<P> sums[stripBlocks];
-    const int64_t width = source.size.width;
-    const int64_t blocks = (width + laneCount<P> - 1) / laneCount<P>;
-    for (int64_t strip = 0; strip < blocks; strip += stripBlocks) {
-        const int64_t count = std::min(stripBlocks, blocks - strip);
-        // The last block overlaps the one before it.
-        const auto place = [&](int64_t i) { return std::min((strip + i) * laneCount<P>, width - laneCount<P>); };
-        const auto read = [&](int64_t y, int64_t i) { return widenPixels(load<P>(source.at(place(i), y))); };
-        std::fill_n(sums, count, SumsOf<P>{});
+    // Wide strips: each row is another page of memory, however little of it is looked at.
+    constexpr int64_t stripBlocks = 4096 / laneCount<P>;
+    const auto strip = [&](int64_t x, int64_t count) {
+        SumsOf<P> sums[stripBlocks] = {};
         const auto prime = [&](int64_t y) {
             for (int64_t i = 0; i < count; ++i) {
-                sums[i] += read(y, i);
+                sums[i] += widenPixels(load<P>(source.at(x + i * laneCount<P>, y)));
             }
         };
-        const auto step = [&]<Change change>(int64_t y, std::integral_constant<Change, change>, Divider divide) {
-            for (int64_t i = 0; i < count; ++i) {
-                if constexpr (hasEntry<change>) {
-                    sums[i] += read(y + radius - 1, i);
-                }
-                if constexpr (hasExit<change>) {
-                    sums[i] -= read(y - radius, i);
-                }
-                uint8_t* const out = target.at(place(i), y);
-                store(out, withColour(load<P>(out), narrowToPixels<P>(divide(sums[i]))));
+        const auto run = [&]<Change change>(Constant<change>, int64_t begin, int64_t end, auto dividerOf) {
+            for (int64_t y = begin; y < end; ++y) {
+                const uint8_t* const entering = hasEntry<change> ? source.at(x, y + radius - 1) : nullptr;
+                const uint8_t* const leaving = hasExit<change> ? source.at(x, y - radius) : nullptr;
+                moveDown<change, P>(sums, count, entering, leaving, target.at(x, y), dividerOf(y));
             }
         };
-        slide(source.size.height, radius, prime, step);
+        slide(source.size.height, radius, prime, run);
+    };
+    const int64_t width = source.size.width;
+    const int64_t blocks = width / laneCount<P>;
+    for (int64_t first = 0; first < blocks; first += stripBlocks) {
+        strip(first * laneCount<P>, std::min(stripBlocks, blocks - first));
+    }
+    if (blocks * laneCount<P> < width) {
+        strip(width - laneCount<P>, 1); // overlaps the block before it
     }
 }
 
-/// Averages along each row, some rows at a time, from `source` into the colours of `target` that `written` lets
-/// through.
-template <class P, class Written>
-void averageRows(const Target& target, const Source& source, int64_t radius, Written written)
+/// Four places of as many rows as P has pixels: along the rows for the picture, across them for the sums.
+using FourPixels = Lanes<uint32_t, 4>;
+template <class P>
+struct Tile
 {
-    constexpr int64_t rows = laneCount<P>;
-    const auto column = [](const uint8_t* const(&starts)[rows], int64_t x) {
-        uint32_t pixels[rows];
-        for (int64_t row = 0; row < rows; ++row) {
-            pixels[row] = load<uint32_t>(starts[row] + x * 4);
+    FourPixels rows[laneCount<P>];
+};
+
+template <class P>
+struct Places
+{
+    P places[4];
+};
+
+template <class P>
+Places<P> across(Tile<P> tile)
+{
+    const auto& rows = tile.rows;
+    if constexpr (laneCount<P> == 1) {
+        return {rows[0][0], rows[0][1], rows[0][2], rows[0][3]};
+    } else {
+        const auto first = __builtin_shufflevector(rows[0], rows[1], 0, 4, 1, 5);
+        const auto second = __builtin_shufflevector(rows[0], rows[1], 2, 6, 3, 7);
+        if constexpr (laneCount<P> == 2) {
+            return {lowHalf(first), highHalf(first), lowHalf(second), highHalf(second)};
+        } else {
+            const auto third = __builtin_shufflevector(rows[2], rows[3], 0, 4, 1, 5);
+            const auto fourth = __builtin_shufflevector(rows[2], rows[3], 2, 6, 3, 7);
+            return {join(lowHalf(first), lowHalf(third)), join(highHalf(first), highHalf(third)),
+                    join(lowHalf(second), lowHalf(fourth)), join(highHalf(second), highHalf(fourth))};
         }
-        return load<P>(pixels);
+    }
+}
+
+template <class P>
+Tile<P> along(Places<P> columns)
+{
+    const auto& p = columns.places;
+    if constexpr (laneCount<P> == 1) {
+        return {FourPixels{p[0], p[1], p[2], p[3]}};
+    } else if constexpr (laneCount<P> == 2) {
+        const auto first = join(p[0], p[1]);
+        const auto second = join(p[2], p[3]);
+        return {__builtin_shufflevector(first, second, 0, 2, 4, 6), __builtin_shufflevector(first, second, 1, 3, 5, 7)};
+    } else {
+        return std::bit_cast<Tile<P>>(across(Tile<P>{p[0], p[1], p[2], p[3]})); // a square is its own transpose's
+    }
+}
+
+/// Averages along each row, some rows at a time, from `source` into the colours of `target` where the mask pixels that
+/// maskAt(x, y) points at are let through by `written`; everywhere where it gives null.
+template <class P, class MaskAt, class Written>
+void averageRows(const Target& target, const Source& source, int64_t radius, MaskAt maskAt, Written written)
+{
+    constexpr int rows = laneCount<P>;
+    const auto write = [&]<class Q>(int64_t x, int64_t y, Q average) {
+        uint8_t* const out = target.at(x, y);
+        const uint8_t* const mask = maskAt(x, y);
+        const Q old = load<Q>(out);
+        const Q blurred = withColour(old, average);
+        store(out, mask == nullptr ? blurred : select(written(load<Q>(mask)), blurred, old));
     };
-    const Size size = source.size;
     // The last rows overlap those before them.
-    coverInSteps(0, size.height, rows, [&](int64_t y) {
-        const uint8_t* from[rows];
-        for (int64_t row = 0; row < rows; ++row) {
-            from[row] = source.row(y + row);
-        }
+    coverInSteps(0, source.size.height, rows, [&](int64_t y) {
+        const auto tileAt = [&](int64_t x) {
+            Tile<P> tile;
+            unroll<rows>([&](auto row) { tile.rows[row] = load<FourPixels>(source.at(x, y + row)); });
+            return across(tile);
+        };
+        const auto columnAt = [&](int64_t x) {
+            uint32_t pixels[rows];
+            for (int row = 0; row < rows; ++row) {
+                pixels[row] = load<uint32_t>(source.at(x, y + row));
+            }
+            return load<P>(pixels);
+        };
         SumsOf<P> sums{};
-        const auto prime = [&](int64_t x) { sums += widenPixels(column(from, x)); };
-        const auto step = [&]<Change change>(int64_t x, std::integral_constant<Change, change>, Divider divide) {
-            if constexpr (hasEntry<change>) {
-                sums += widenPixels(column(from, x + radius - 1));
+        const auto prime = [&](int64_t x) { sums += widenPixels(columnAt(x)); };
+        const auto run = [&]<Change change>(Constant<change>, int64_t begin, int64_t end, auto dividerOf) {
+            int64_t x = begin;
+            for (; x + 4 <= end; x += 4) {
+                [[maybe_unused]] const Places<P> entering = tileAt(hasEntry<change> ? x + radius - 1 : x);
+                [[maybe_unused]] const Places<P> leaving = tileAt(hasExit<change> ? x - radius : x);
+                Places<P> averages;
+                unroll<4>([&](auto i) {
+                    if constexpr (hasEntry<change>) {
+                        sums += widenPixels(entering.places[i]);
+                    }
+                    if constexpr (hasExit<change>) {
+                        sums -= widenPixels(leaving.places[i]);
+                    }
+                    averages.places[i] = narrowToPixels<P>(dividerOf(x + i)(sums));
+                });
+                const Tile<P> tile = along(averages);
+                unroll<rows>([&](auto row) { write(x, y + row, tile.rows[row]); });
             }
-            if constexpr (hasExit<change>) {
-                sums -= widenPixels(column(from, x - radius));
-            }
-            uint32_t average[rows];
-            store(average, narrowToPixels<P>(divide(sums)));
-            for (int64_t row = 0; row < rows; ++row) {
-                if (written(x, y + row)) {
-                    uint8_t* const out = target.at(x, y + row);
-                    store(out, withColour(load<uint32_t>(out), average[row]));
+            for (; x < end; ++x) {
+                if constexpr (hasEntry<change>) {
+                    sums += widenPixels(columnAt(x + radius - 1));
+                }
+                if constexpr (hasExit<change>) {
+                    sums -= widenPixels(columnAt(x - radius));
+                }
+                uint32_t averages[rows];
+                store(averages, narrowToPixels<P>(dividerOf(x)(sums)));
+                for (int row = 0; row < rows; ++row) {
+                    write(x, y + row, averages[row]);
                 }
             }
         };
-        slide(size.width, radius, prime, step);
+        slide(source.size.width, radius, prime, run);
     });
 }
 
 template <class P>
 void blurTwice(const Target& image, const Target& scratch, const Selection& selection, bool invert, int64_t radius)
 {
-    const auto everywhere = [](int64_t, int64_t) { return true; };
-    const auto whereSelected = [&](int64_t x, int64_t y) {
-        return (*selection.from((y * image.size.width + x) * 4 + 3) != 0) != invert;
-    };
+    const auto maskAt = [&](int64_t x, int64_t y) { return selection.from((y * image.size.width + x) * 4); };
+    const auto selected = [](auto mask) { return selects(mask); };
+    const auto notSelected = [](auto mask) { return !selects(mask); };
+    const Source averaged{scratch.bytes, image.size};
     for (int round = 0; round < 2; ++round) {
         averageColumns<P>(scratch, {image.bytes, image.size}, radius);
-        const Source averaged{scratch.bytes, image.size};
-        if (selection.active) {
-            averageRows<P>(image, averaged, radius, whereSelected);
+        if (invert) {
+            averageRows<P>(image, averaged, radius, maskAt, notSelected);
         } else {
-            averageRows<P>(image, averaged, radius, everywhere);
+            averageRows<P>(image, averaged, radius, maskAt, selected);
         }
     }
 }

@@ -14,7 +14,11 @@ namespace
 using Singles = Register<float>;
 constexpr int border = gaussian5.border;
 constexpr int window = 2 * border + 1;
+using Doubles = Register<double>;
 constexpr int lanes = laneCount<Singles>;
+constexpr int abreast = 4;
+constexpr int64_t stripPixels = 512;
+constexpr int64_t averagesLength = stripPixels + abreast * lanes;
 
 /// The kernel row by row, from the upper left neighbour on.
 struct Weights
@@ -74,93 +78,100 @@ int64_t pixelsToBlur(const Selection& selection, Size size, bool firstSelected)
     return columns * rows;
 }
 
-/// Values of one plane of the cube for the pixels of some rows of a strip: each is looked up once and used 25 times.
-class PlaneRows
+/// L*a*b* of the pixels of some rows of a strip, from the host's cube: each is looked up once and used 25 times.
+///
+/// Looking up whole rows ahead of the arithmetic lets the processor wait for many distant cache lines at once.
+class LabRows
 {
 public:
-    static constexpr int stripPixels = 512;
+    enum Plane { l, a, b };
 
-    explicit PlaneRows(const float* plane) : plane_(plane) {}
+    LabRows(const float* lightness, const float* aAxis, const float* bAxis) : planes_{lightness, aAxis, bAxis} {}
 
-    /// Looks up `count` pixels of a row.
+    /// Looks up `count` pixels of row y.
     void lookUp(int64_t y, const uint8_t* pixels, int64_t count)
     {
-        float* const row = rows_[y % window];
-        int64_t x = 0;
-        for (; x + lanes <= count; x += lanes) {
-            store(row + x, gather(plane_, cubeIndex(load<Pixels>(pixels + x * 4))));
-        }
-        for (; x < count; ++x) {
-            row[x] = plane_[cubeIndex(load<uint32_t>(pixels + x * 4))];
+        for (int64_t x = 0; x < count; x += lanes) {
+            const auto index = cubeIndex(loadPart<Pixels>(pixels + x * 4, count - x));
+            for (int plane = 0; plane < 3; ++plane) {
+                store(rows_[plane][y % window] + x, gather(planes_[plane], index));
+            }
         }
     }
 
-    /// The weighted average of the windows whose left columns are x and following, with their middle row at y.
+    /// Row y, from the first column looked up on.
+    const float* row(Plane plane, int64_t y) const { return rows_[plane][y % window]; }
+
+    /// The weighted averages, clamped, of the windows whose left columns are the first `count` of the strip.
     template <const Weights& weights>
-    Singles average(int64_t x, int64_t y, double low, double high) const
+    void average(float* averages, Plane plane, int64_t y, int64_t count, double low, double high) const
     {
         const float* rows[window];
         for (int dy = 0; dy < window; ++dy) {
-            rows[dy] = rows_[(y + dy - border) % window] + x;
+            rows[dy] = row(plane, y + dy - border);
         }
-        const auto half = [&](int64_t first) {
-            // Truncated after every addition, which changes the result and is meant.
-            auto total = Register<double>{};
+        for (int64_t x = 0; x < count; x += abreast * laneCount<Doubles>) {
+            // Each addition waits for the truncation before it, so several totals run abreast.
+            Doubles totals[abreast] = {};
             unroll<window * window>([&](auto i) {
                 constexpr int dy = i / window;
                 constexpr int dx = i % window;
-                const auto values = load<HalfOf<Singles>>(rows[dy] + first + dx);
-                total = truncate(total + widen(values) * weights.values[dy][dx]);
+                unroll<abreast>([&](auto k) {
+                    const auto values = load<HalfOf<Singles>>(rows[dy] + x + dx + k * laneCount<Doubles>);
+                    // Truncated after every addition, which changes the result and is meant.
+                    totals[k] = truncate(totals[k] + widen(values) * weights.values[dy][dx]);
+                });
             });
-            return narrow(clampNumber(total / static_cast<double>(gaussian5.total()), low, high));
-        };
-        return join(half(0), half(lanes / 2));
+            unroll<abreast>([&](auto k) {
+                const auto mean = totals[k] / static_cast<double>(gaussian5.total());
+                store(averages + x + k * laneCount<Doubles>, narrow(clampNumber(mean, low, high)));
+            });
+        }
     }
 
 private:
-    const float* plane_;
-    // The last register of a strip may read, but does not use, what stands behind the values.
-    alignas(64) float rows_[window][stripPixels + 2 * border + lanes] = {};
+    const float* planes_[3];
+    // The last registers of a strip read, but do not use, what stands behind its values.
+    alignas(64) float rows_[3][window][stripPixels + 2 * border + abreast * lanes] = {};
 };
 
-struct LabCube
+/// New L*a*b* for one row of a strip.
+struct NewRow
 {
     const float* l;
     const float* a;
     const float* b;
 };
 
-/// Walks the interior in bands of rows and strips of columns, so that the looked-up values of a few rows fit on the
-/// stack. colourAt(x, y, pixels) gives the new colours of some pixels of a strip; planes are those it reads.
-template <class ColourAt, class... Planes>
-void blurPlanes(const Target& target, const Source& source, int64_t toBlur, const Progress& progress, ColourAt colourAt,
-                Planes&... planes)
+/// Walks the interior in bands of rows and strips of columns, so that the rows of a window fit on the stack.
+/// newRow(rows, y, count) gives the new values for the first `count` columns of a strip in row y.
+template <class MakeRow>
+void blurLab(const Target& target, const Source& source, LabRows rows, int64_t toBlur, const Progress& progress,
+             MakeRow newRow)
 {
     constexpr int64_t bandRows = 64; // four more are looked up for each band
     const Size size = source.size;
     const int64_t columns = size.width - 2 * border;
     const int64_t end = size.height - border;
+    const auto blurRow = [&](int64_t first, int64_t y, int64_t count) {
+        const NewRow row = newRow(rows, y, count);
+        for (int64_t x = 0; x < count; x += lanes) {
+            uint8_t* const out = target.at(border + first + x, y);
+            const auto old = loadPart<Pixels>(out, count - x);
+            const auto blurred = pixelsOfLab(
+                LabLanes<Singles>{load<Singles>(row.l + x), load<Singles>(row.a + x), load<Singles>(row.b + x)});
+            storePart(out, withColour(old, blurred), count - x);
+        }
+    };
     for (int64_t top = border; top < end; top += bandRows) {
         const int64_t bottom = std::min(top + bandRows, end);
-        for (int64_t first = 0; first < columns; first += PlaneRows::stripPixels) {
-            const int64_t width = std::min<int64_t>(PlaneRows::stripPixels, columns - first);
+        for (int64_t first = 0; first < columns; first += stripPixels) {
+            const int64_t width = std::min(stripPixels, columns - first);
             for (int64_t y = top - border; y < bottom + border; ++y) {
-                (planes.lookUp(y, source.at(first, y), width + 2 * border), ...);
+                rows.lookUp(y, source.at(first, y), width + 2 * border);
                 const int64_t middle = y - border; // of the window that this row completes
-                const int64_t done = (middle - border) * columns + first;
-                const int64_t count = std::min(width, toBlur - done);
-                if (middle < top) {
-                    continue;
-                }
-                for (int64_t x = 0; x < count; x += lanes) {
-                    const auto bytes = static_cast<size_t>(std::min<int64_t>(lanes, count - x)) * 4;
-                    uint8_t* const out = target.at(border + first + x, middle);
-                    Pixels pixels{};
-                    Pixels old{};
-                    std::memcpy(&pixels, source.at(border + first + x, middle), bytes);
-                    std::memcpy(&old, out, bytes);
-                    const Pixels blurred = withColour(old, colourAt(x, middle, pixels));
-                    std::memcpy(out, &blurred, bytes);
+                if (middle >= top) {
+                    blurRow(first, middle, std::min(width, toBlur - (middle - border) * columns - first));
                 }
             }
         }
@@ -186,12 +197,13 @@ int32_t IM_FlouLAB_L(uint8_t* destination, const uint8_t* source, const float* l
     const int64_t deciding = int64_t{use_selection} + 3;
     const bool first = !selected.active || deciding >= int64_t{width} * height * 4 || *selected.from(deciding) != 0;
 
-    PlaneRows rows(lightness);
-    const auto colourAt = [&](int64_t x, int64_t y, Pixels pixels) {
-        const Pixels index = cubeIndex(pixels);
-        return pixelsOfLab(LabLanes<Singles>{rows.average<weights>(x, y, 0, 100), gather(a, index), gather(b, index)});
+    float averages[averagesLength];
+    const auto newRow = [&](const LabRows& rows, int64_t y, int64_t count) {
+        rows.average<weights>(averages, LabRows::l, y, count, 0, 100);
+        return NewRow{averages, rows.row(LabRows::a, y) + border, rows.row(LabRows::b, y) + border};
     };
-    blurPlanes({destination, size}, {source, size}, pixelsToBlur(selected, size, first), counter, colourAt, rows);
+    blurLab({destination, size}, {source, size}, {lightness, a, b}, pixelsToBlur(selected, size, first), counter,
+            newRow);
     return height;
 }
 
@@ -205,16 +217,16 @@ int32_t IM_FlouLAB_AB(uint8_t* destination, const uint8_t* source, const float* 
     if (!hasInteriorRows(size, border)) {
         return height;
     }
-    PlaneRows aRows(a);
-    PlaneRows bRows(b);
-    const auto colourAt = [&](int64_t x, int64_t y, Pixels pixels) {
-        return pixelsOfLab(LabLanes<Singles>{gather(lightness, cubeIndex(pixels)),
-                                             aRows.average<weights>(x, y, -120, 120),
-                                             bRows.average<weights>(x, y, -120, 120)});
+    float averagesOfA[averagesLength];
+    float averagesOfB[averagesLength];
+    const auto newRow = [&](const LabRows& rows, int64_t y, int64_t count) {
+        rows.average<weights>(averagesOfA, LabRows::a, y, count, -120, 120);
+        rows.average<weights>(averagesOfB, LabRows::b, y, count, -120, 120);
+        return NewRow{rows.row(LabRows::l, y) + border, averagesOfA, averagesOfB};
     };
     const Selection selected(selection, use_selection);
-    blurPlanes({destination, size}, {source, size}, pixelsToBlur(selected, size, true), counter, colourAt, aRows,
-               bRows);
+    blurLab({destination, size}, {source, size}, {lightness, a, b}, pixelsToBlur(selected, size, true), counter,
+            newRow);
     return height;
 }
 } // namespace lumivex::LUMIVEX_LEVEL

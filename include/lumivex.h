@@ -157,9 +157,9 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_Contraste(uint8_t* destination, const uint8_
 
 /* Cuts a colour picture out along a black-and-white shape.
  *
- * destination     On entry the shape, of which only the blue byte is looked at. Where it is below 100 the pixel gets the
- *                 source's colour and alpha 255; elsewhere it keeps its colour and gets alpha 0.
- * source          The colour picture.
+ * destination     On entry the shape, of which only the blue byte is looked at. Where it is below 100 the pixel gets
+ * the source's colour and alpha 255; elsewhere it keeps its colour and gets alpha 0. source          The colour
+ * picture.
  *
  * Writes alpha. Size test: product. Returns height. */
 LUMIVEX_API int32_t LUMIVEX_CALL IM_DetourNB(uint8_t* destination, const uint8_t* source, int32_t width,
@@ -181,8 +181,8 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_ClipImage(uint8_t* destination, const uint8_
  *                 entry at the end of each row is not written; the last entry, at height * (width + 1), receives
  *                 width * height * 4.
  *
- * width * height * 4 is wrapped to a signed 32-bit number here: when it is 0 only entry 0 is written, with 0; when it is
- * negative, or positive because both sizes are negative, nothing is. Returns 1. */
+ * width * height * 4 is wrapped to a signed 32-bit number here: when it is 0 only entry 0 is written, with 0; when it
+ * is negative, or positive because both sizes are negative, nothing is. Returns 1. */
 LUMIVEX_API int32_t LUMIVEX_CALL IM_BuildTopo(uint32_t* table, int32_t width, int32_t height);
 
 /* =====================================================================================================================
@@ -317,10 +317,11 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_FourchetteFlou(uint8_t* destination, const u
  *
  * lightness, a, b   The Lab cube.
  *
- * The running total is truncated after every addition, and the weight at (x - 1, y - 2) is 1 instead of 4, while the sum
- * is still divided by 273: a slight darkening that is meant. L is clamped to 0..100. With use_selection, what decides on
- * a pixel is not its own entry but that of (x' + 2, y' + 2), with (x', y') the last pixel blurred; before the first, the
- * byte selection[use_selection + 3]. So one entry of 0 ends the blur for the rest of the call. Returns height. */
+ * The running total is truncated after every addition, and the weight at (x - 1, y - 2) is 1 instead of 4, while the
+ * sum is still divided by 273: a slight darkening that is meant. L is clamped to 0..100. With use_selection, what
+ * decides on a pixel is not its own entry but that of (x' + 2, y' + 2), with (x', y') the last pixel blurred; before
+ * the first, the byte selection[use_selection + 3]. So one entry of 0 ends the blur for the rest of the call. Returns
+ * height. */
 LUMIVEX_API int32_t LUMIVEX_CALL IM_FlouLAB_L(uint8_t* destination, const uint8_t* source, const float* lightness,
                                               const float* a, const float* b, const uint8_t* selection, int32_t width,
                                               int32_t height, uint8_t use_selection, uint32_t* progress);

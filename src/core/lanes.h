@@ -188,25 +188,31 @@ using HalfOf = Lanes<ElementOf<V>, laneCount<V> / 2>;
 template <class V>
 inline HalfOf<V> lowHalf(V lanes)
 {
-    return [&]<int... i>(std::integer_sequence<int, i...>) {
+    return [&]<int... i>(std::integer_sequence<int, i...>)
+    {
         return __builtin_shufflevector(lanes, lanes, i...);
-    }(std::make_integer_sequence<int, laneCount<V> / 2>{});
+    }
+    (std::make_integer_sequence<int, laneCount<V> / 2>{});
 }
 
 template <class V>
 inline HalfOf<V> highHalf(V lanes)
 {
-    return [&]<int... i>(std::integer_sequence<int, i...>) {
+    return [&]<int... i>(std::integer_sequence<int, i...>)
+    {
         return __builtin_shufflevector(lanes, lanes, (i + laneCount<V> / 2)...);
-    }(std::make_integer_sequence<int, laneCount<V> / 2>{});
+    }
+    (std::make_integer_sequence<int, laneCount<V> / 2>{});
 }
 
 template <class V>
 inline Lanes<ElementOf<V>, 2 * laneCount<V>> join(V low, V high)
 {
-    return [&]<int... i>(std::integer_sequence<int, i...>) {
+    return [&]<int... i>(std::integer_sequence<int, i...>)
+    {
         return __builtin_shufflevector(low, high, i...);
-    }(std::make_integer_sequence<int, 2 * laneCount<V>>{});
+    }
+    (std::make_integer_sequence<int, 2 * laneCount<V>>{});
 }
 
 /// Runs a rule on each half of some registers and joins its results: for rules whose values are twice as wide as what

@@ -6,6 +6,15 @@
 
 namespace lumivex::LUMIVEX_LEVEL
 {
+/// How many pixels to take one by one before `out` is aligned to a register. Long runs of stores that straddle cache
+/// lines take up to twice as long; a picture's buffers are mostly aligned alike, so that the loads profit too.
+inline int64_t pixelsToAlignment(const uint8_t* out, int64_t count)
+{
+    const auto offset = static_cast<int64_t>(reinterpret_cast<uintptr_t>(out) % registerBytes);
+    const bool worthIt = offset % 4 == 0 && count >= 16 * laneCount<Pixels>;
+    return worthIt && offset != 0 ? (registerBytes - offset) / 4 : 0;
+}
+
 /// out[i] = rule(out[i], sources[i]...) for `count` pixels, a register at a time, the rest one by one by the same rule.
 ///
 /// Each source is read before the destination is written, so any of them may be the destination itself.
@@ -16,6 +25,9 @@ inline void mapPixels(uint8_t* out, int64_t count, Rule rule, const Sources*... 
         store<P>(out + i * 4, rule(load<P>(out + i * 4), load<P>(sources + i * 4)...));
     };
     int64_t i = 0;
+    for (const int64_t aligned = pixelsToAlignment(out, count); i < aligned; ++i) {
+        step(i, uint32_t{});
+    }
     for (; i + laneCount<Pixels> <= count; i += laneCount<Pixels>) {
         step(i, Pixels{});
     }

@@ -5,7 +5,8 @@
 
 namespace lumivex::LUMIVEX_LEVEL
 {
-/// The whole part of each lane, toward zero; not-a-number becomes 0, infinities stay. The sign of 0 is not kept on every level.
+/// The whole part of each lane, toward zero; not-a-number becomes 0, infinities stay. The sign of 0 is not kept on
+/// every level.
 inline Register<double> truncate(Register<double> value)
 {
 #if defined(__AVX512F__)

@@ -1,0 +1,106 @@
+// What the user gets wrong: one line that says so, a status other than 0, and nothing changed in the folder.
+#include "program.h"
+
+#include <algorithm>
+
+namespace test
+{
+namespace
+{
+struct Mistake
+{
+    const char* name;
+    const char* arguments;
+    const char* says; // a part of the line
+};
+
+const Mistake mistakes[] = {
+    {"nothing", "", "nothing to do"},
+    {"unknownOperation", "nonsense in.png -o out.png", "unknown operation 'nonsense'"},
+    {"nearlyRight", "brigthness in.png -o out.png", "did you mean brightness"},
+    {"noInput", "invert -o out.png", "IN is required"},
+    {"noOutput", "invert in.png", "--output is required"},
+    {"twoInputs", "invert in.png small.png -o out.png", "small.png"},
+    {"unknownOption", "invert in.png -o out.png --strength 3", "--strength"},
+    {"missingFile", "invert absent.png -o out.png", "'absent.png': No such file"},
+    {"emptyFile", "invert empty.png -o out.png", "'empty.png': the file is empty"},
+    {"noPicture", "invert text.png -o out.png", "'text.png': it is neither PNG nor JPEG"},
+    {"folderAsInput", "invert folder.png -o out.png", "'folder.png': it is a folder"},
+    {"cutPng", "invert cut.png -o out.png", "'cut.png': the file is cut short"},
+    {"cutInHeader", "invert header.png -o out.png", "'header.png': the file is cut short"},
+    {"endMissing", "invert noend.png -o out.png", "'noend.png': the file is cut short"},
+    {"damagedPng", "invert damaged.png -o out.png", "'damaged.png'"},
+    {"cutJpeg", "invert cut.jpg -o out.png", "'cut.jpg': Premature end"},
+    {"hugePng", "invert huge.png -o out.png", "'huge.png': it is too large"},
+    {"tooHigh", "brightness in.png -o out.png --offset 256", "--offset: 256 is out of range, -255 to 255"},
+    {"tooLow", "brightness in.png -o out.png --offset -256", "out of range"},
+    {"beyondNumbers", "contrast in.png -o out.png --contrast 1e999", "out of range"},
+    {"notANumber", "contrast in.png -o out.png --contrast nan", "out of range"},
+    {"word", "contrast in.png -o out.png --contrast high", "'high' is not a number"},
+    {"trailingText", "brightness in.png -o out.png --offset 12px", "'12px' is not a number"},
+    {"fraction", "brightness in.png -o out.png --offset 1.5", "'1.5' is not a whole number"},
+    {"noValue", "brightness in.png -o out.png --offset", "--offset needs one value"},
+    {"wrongChoice", "lab-channels in.png -o out.png --channel c", "'c' is none of L|a|b"},
+    {"radiusForSize", "box-blur in.png -o out.png --radius 11", "11 is more than half of 30 x 20"},
+    {"selectionSize", "grey in.png -o out.png --selection small.png", "'small.png' is 3 x 2, 'in.png' is 30 x 20"},
+    {"selectionMissing", "grey in.png -o out.png --selection absent.png", "'absent.png'"},
+    {"secondPictureSize", "cut-out in.png -o out.png --shape small.png", "the sizes differ"},
+    {"secondPictureMissing", "cut-out in.png -o out.png", "--shape is required"},
+    {"selectionNotTaken", "cut-out in.png -o out.png --shape in.png --selection in.png", "--selection"},
+    {"unknownFormat", "invert in.png -o out.gif", "must end in .png"},
+    {"noName", "invert in.png -o nowhere/", "'nowhere/'"},
+    {"noFolder", "invert in.png -o nowhere/out.png", "there is no folder 'nowhere'"},
+    {"folderAsOutput", "invert in.png -o folder.png", "'folder.png': it is a folder"},
+    {"diskFull", "invert in.png -o full.png", "'full.png': No space left"},
+    {"sceneNowhere", "scene -o nowhere/scene.png", "nowhere"},
+    {"galleryNowhere", "gallery -o nowhere/gallery", "nowhere"},
+    {"galleryTooSmall", "gallery in.png -o gallery", "at least 64 x 64"},
+};
+
+class BadInput : public InFolder, public testing::WithParamInterface<Mistake>
+{
+protected:
+    BadInput()
+    {
+        writePng("in.png", pattern(30, 20));
+        writePng("small.png", pattern(3, 2));
+        const std::string png = readText("in.png");
+        writeText("out.png", "what was there before");
+        writeText("empty.png", "");
+        writeText("text.png", "not a picture at all");
+        writeText("cut.png", png.substr(0, png.size() / 2));
+        writeText("header.png", png.substr(0, 20));
+        writeText("noend.png", png.substr(0, png.size() - 12));
+        std::string damaged = png;
+        damaged[png.size() / 2] ^= 1;
+        writeText("damaged.png", damaged);
+        // 65535 x 65535 pixels, the largest that a small file can claim; the check sum is that of this header.
+        writeText("huge.png", png.substr(0, 8) +
+                                  std::string("\0\0\0\rIHDR\0\0\xff\xff\0\0\xff\xff\x08\x06\0\0\0"
+                                              "\xb6\x05\xd9\x50",
+                                              25) +
+                                  png.substr(33));
+        EXPECT_EQ(run("invert in.png -o whole.jpg").status, 0);
+        const std::string jpeg = readText("whole.jpg");
+        writeText("cut.jpg", jpeg.substr(0, jpeg.size() - 200));
+        std::filesystem::create_directory("folder.png");
+        std::filesystem::create_symlink("/dev/full", "full.png");
+    }
+};
+
+TEST_P(BadInput, isOneLineAndChangesNothing)
+{
+    const auto before = folderContents();
+    const Result result = run(GetParam().arguments);
+    EXPECT_EQ(result.status, 1);
+    EXPECT_EQ(result.output, "");
+    EXPECT_EQ(result.errors.rfind("lumivex: ", 0), 0u) << result.errors;
+    EXPECT_EQ(std::count(result.errors.begin(), result.errors.end(), '\n'), 1) << result.errors;
+    EXPECT_NE(result.errors.find(GetParam().says), std::string::npos) << result.errors;
+    EXPECT_EQ(folderContents(), before);
+}
+
+INSTANTIATE_TEST_SUITE_P(All, BadInput, testing::ValuesIn(mistakes),
+                         [](const auto& given) { return std::string(given.param.name); });
+} // namespace
+} // namespace test

@@ -1,0 +1,71 @@
+// The gallery: everything it names is there, and its commands make its pictures again.
+#include "program.h"
+
+#include <set>
+
+namespace test
+{
+namespace
+{
+using Gallery = InFolder;
+
+std::vector<std::string> commandsOn(const std::string& page)
+{
+    std::vector<std::string> commands = between(page, "<code>", "</code>");
+    for (std::string& command : commands)
+        for (const std::string tag : {"<span>", "</span>"})
+            for (size_t at = command.find(tag); at != std::string::npos; at = command.find(tag))
+                command.erase(at, tag.size());
+    return commands;
+}
+
+TEST_F(Gallery, commandsMakeItsPictures)
+{
+    const Picture picture = pattern(96, 70);
+    writePng("mine.png", picture);
+    const Result result = run("gallery mine.png -o gallery");
+    ASSERT_EQ(result.status, 0) << result.errors;
+    EXPECT_EQ(readPng("gallery/scene.png"), picture);
+    std::filesystem::create_directory("again");
+    for (const char* source : {"scene.png", "selection.png", "shape.png"})
+        std::filesystem::copy(std::filesystem::path("gallery") / source, "again");
+
+    const std::string page = readText("gallery/index.html");
+    std::set<std::string> operations;
+    std::filesystem::current_path("again");
+    for (const std::string& command : commandsOn(page)) {
+        ASSERT_EQ(command.rfind("lumivex ", 0), 0u);
+        EXPECT_EQ(run(command.substr(8)).status, 0) << command;
+        operations.insert(command.substr(8, command.find(' ', 8) - 8));
+    }
+    const auto again = folderContents();
+    std::filesystem::current_path("../gallery");
+    auto gallery = folderContents();
+    gallery.erase("index.html");
+    EXPECT_TRUE(again == gallery);
+    EXPECT_GT(operations.size(), 15u);
+
+    for (const std::string& name : listedNames())
+        EXPECT_TRUE(operations.count(name)) << name << " is not shown";
+    for (const char* attribute : {" src=\"", "\" href=\""})
+        for (const std::string& file : between(page, attribute, "\""))
+            EXPECT_TRUE(gallery.count(file)) << file;
+}
+
+TEST_F(Gallery, drawsTheSceneWithoutAPicture)
+{
+    std::filesystem::create_directory("folder");
+    ASSERT_EQ(run("scene -o one.png").status, 0);
+    ASSERT_EQ(run("gallery -o folder").status, 0);
+    EXPECT_TRUE(readText("one.png") == readText("folder/scene.png"));
+    const Picture scene = readPng("one.png");
+    EXPECT_EQ(scene.width, 960);
+    EXPECT_EQ(scene.height, 640);
+    // The glass is what tests transparency.
+    std::set<uint8_t> alphas;
+    for (size_t i = 3; i < scene.bytes.size(); i += 4)
+        alphas.insert(scene.bytes[i]);
+    EXPECT_GT(alphas.size(), 50u);
+}
+} // namespace
+} // namespace test

@@ -1,0 +1,162 @@
+// The table of operations seen from outside: the list, the help, the selection; and a few results worked out by hand.
+#include "program.h"
+
+#include <algorithm>
+#include <iterator>
+#include <set>
+#include <sstream>
+
+namespace test
+{
+namespace
+{
+using Operations = InFolder;
+
+std::string helpOf(const std::string& name)
+{
+    const Result result = run(name + " --help");
+    EXPECT_EQ(result.status, 0) << name;
+    return result.output;
+}
+
+bool selected(int x, int y)
+{
+    return (x - 20) * (x - 20) + (y - 15) * (y - 15) < 140;
+}
+
+// Selects a disc by alpha, with colours that say the contrary, or by brightness.
+Picture disc(bool byAlpha)
+{
+    Picture mask{40, 30, {}};
+    for (int y = 0; y < 30; ++y)
+        for (int x = 0; x < 40; ++x) {
+            const uint8_t level = selected(x, y) ? 40 : 0, colour = byAlpha ? uint8_t(255 - level) : level;
+            for (uint8_t byte : {colour, colour, colour, byAlpha ? level : uint8_t(255)})
+                mask.bytes.push_back(byte);
+        }
+    return mask;
+}
+
+TEST_F(Operations, everyExportIsReached)
+{
+    std::set<std::string> reached;
+    for (const std::string& name : listedNames()) {
+        std::string exported = between(helpOf(name), "In the library: ", "\n").at(0);
+        std::replace(exported.begin(), exported.end(), ',', ' ');
+        std::istringstream words(exported);
+        reached.insert(std::istream_iterator<std::string>(words), {});
+    }
+    // A table of offsets and the probes have nothing to show in a picture.
+    const std::set<std::string> withoutPicture = {"IM_BuildTopo", "ESSAI_Structure", "ESSAI_Structure1",
+                                                  "ESSAI_Structure2", "BVL_Test"};
+    const std::string header = readText(LUMIVEX_HEADER);
+    const std::string declarations = header.substr(header.find("extern"));
+    const std::vector<std::string> exports = between(declarations, " LUMIVEX_CALL ", "(");
+    EXPECT_GT(exports.size(), 20u);
+    for (const std::string& name : exports)
+        EXPECT_NE(reached.count(name), withoutPicture.count(name)) << name;
+    EXPECT_EQ(reached.size() + withoutPicture.size(), exports.size());
+}
+
+TEST_F(Operations, helpTellsRangesAndDefaults)
+{
+    const auto describes = [](const char* name, const char* option, const char* standard) {
+        const std::vector<std::string> lines = between(helpOf(name), option, "\n");
+        return lines.size() == 1 && lines[0].find(standard) != std::string::npos;
+    };
+    EXPECT_TRUE(describes("brightness", "--offset -255..255 ", "(default 40)"));
+    EXPECT_TRUE(describes("lab-channels", "--channel L|a|b ", "(default L)"));
+    EXPECT_EQ(helpOf("cut-out").find("--selection"), std::string::npos);
+    EXPECT_EQ(run("--version").output.rfind("lumivex ", 0), 0u);
+}
+
+Picture result(const std::string& arguments)
+{
+    const Result done = run(arguments + " -o out.png");
+    EXPECT_EQ(done.status, 0) << done.errors;
+    return readPng("out.png");
+}
+
+// Four bytes of a pixel as one number, for comparing.
+uint32_t pixelAt(const Picture& picture, int x, int y)
+{
+    const uint8_t* p = &picture.bytes[(size_t(y) * picture.width + x) * 4];
+    return p[0] | p[1] << 8 | p[2] << 16 | uint32_t{p[3]} << 24;
+}
+
+TEST_F(Operations, selectionLimitsThemAll)
+{
+    const Picture picture = pattern(40, 30);
+    writePng("in.png", picture);
+    writePng("alpha.png", disc(true));
+    writePng("bright.png", disc(false));
+    writePng("all.png", Picture{40, 30, std::vector<uint8_t>(40 * 30 * 4, 255)});
+    int tried = 0;
+    for (const std::string& name : listedNames()) {
+        if (helpOf(name).find("--selection") == std::string::npos)
+            continue;
+        ++tried;
+        SCOPED_TRACE(name);
+        const Picture whole = result(name + " in.png");
+        EXPECT_EQ(result(name + " in.png --selection all.png"), whole);
+        const Picture limited = result(name + " in.png --selection alpha.png");
+        EXPECT_EQ(result(name + " in.png --selection bright.png"), limited);
+        EXPECT_NE(limited, picture);
+        // The second round of the box blur reads the unselected pixels that the first one left.
+        const bool sameInside = name != "box-blur";
+        for (int y = 0; y < 30; ++y)
+            for (int x = 0; x < 40; ++x) {
+                const bool inside = selected(x, y);
+                if (!inside || sameInside) {
+                    ASSERT_EQ(pixelAt(limited, x, y), pixelAt(inside ? whole : picture, x, y)) << x << ", " << y;
+                }
+            }
+    }
+    EXPECT_GT(tried, 10);
+}
+
+TEST_F(Operations, parametersReachTheLibrary)
+{
+    const Picture three{3, 1, {10, 20, 30, 40, 250, 0, 128, 255, 255, 255, 255, 255}};
+    writePng("in.png", three);
+    using Bytes = std::vector<uint8_t>;
+    EXPECT_EQ(result("brightness in.png --offset -25").bytes,
+              (Bytes{0, 0, 5, 40, 225, 0, 103, 255, 230, 230, 230, 255}));
+    EXPECT_EQ(result("contrast in.png --contrast 25").bytes,
+              (Bytes{69, 74, 79, 40, 188, 64, 127, 255, 191, 191, 191, 255}));
+    EXPECT_EQ(result("grey in.png").bytes, (Bytes{21, 21, 21, 40, 46, 46, 46, 255, 255, 255, 255, 255}));
+    EXPECT_EQ(result("black-and-white in.png --clipping-warning").bytes,
+              (Bytes{20, 20, 20, 40, 126, 126, 126, 255, 0, 0, 255, 255}));
+    EXPECT_EQ(result("lab-channels in.png --channel L").bytes[8], 255);
+    EXPECT_EQ(result("lab-channels in.png --channel b").bytes[8], 128);
+}
+
+TEST_F(Operations, secondPicturesTakeTheirPlaces)
+{
+    using Bytes = std::vector<uint8_t>;
+    writePng("in.png", Picture{2, 1, {1, 2, 3, 50, 4, 5, 6, 50}});
+    writePng("other.png", Picture{2, 1, {99, 200, 201, 7, 100, 8, 9, 7}});
+    writePng("mask.png", Picture{2, 1, {0, 0, 0, 255, 1, 2, 2, 255}});
+    EXPECT_EQ(result("cut-out in.png --shape other.png").bytes, (Bytes{1, 2, 3, 255, 100, 8, 9, 0}));
+    EXPECT_EQ(result("restore-outside in.png --original other.png --mask mask.png").bytes,
+              (Bytes{99, 200, 201, 50, 4, 5, 6, 50}));
+}
+
+TEST_F(Operations, invertedSelectionBlursTheRest)
+{
+    const Picture picture = pattern(40, 30);
+    writePng("in.png", picture);
+    writePng("mask.png", disc(true));
+    const Picture blurred = result("box-blur in.png --radius 3 --selection mask.png --invert");
+    EXPECT_EQ(pixelAt(blurred, 20, 15), pixelAt(picture, 20, 15));
+    EXPECT_NE(pixelAt(blurred, 2, 2), pixelAt(picture, 2, 2));
+}
+
+TEST_F(Operations, coloursArePrinted)
+{
+    EXPECT_EQ(run("colour --hue 0 --saturation 100 --brightness 100").output,
+              "red 255, green 0, blue 0: #ff0000, hue 0.00\n");
+    EXPECT_TRUE(folderContents().empty());
+}
+} // namespace
+} // namespace test

@@ -1,0 +1,21 @@
+// What goes wrong in the host is one exception with one line for the user.
+#pragma once
+
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+
+namespace host
+{
+class Failure : public std::runtime_error
+{
+public:
+    using std::runtime_error::runtime_error;
+};
+
+inline std::string inQuotes(const std::filesystem::path& path)
+{
+    std::string text = "'";
+    return text.append(path.string()).append("'");
+}
+} // namespace host

@@ -1,0 +1,78 @@
+// Runs every example of the table through the same code as the command line, then writes the page.
+#include "gallery/gallery.h"
+
+#include "failure.h"
+#include "files/output_file.h"
+#include "files/picture_file.h"
+#include "gallery/page.h"
+#include "operation.h"
+#include "run_operation.h"
+#include "scene/scene.h"
+
+#include <iterator>
+#include <sstream>
+
+namespace host
+{
+namespace
+{
+// Smaller pictures do not hold the radii of the examples.
+constexpr int32_t smallestSide = 64;
+
+std::vector<std::string> words(const std::string& text)
+{
+    std::istringstream stream(text);
+    return {std::istream_iterator<std::string>(stream), {}};
+}
+
+Shown runExample(const Operation& operation, const Example& example, size_t number, bool quiet)
+{
+    Shown shown;
+    shown.input = example.input;
+    shown.output = operation.name + (number == 1 ? "" : '-' + std::to_string(number)) + ".png";
+    const std::string arguments = (example.input.empty() ? "" : example.input + " ") + "-o " + shown.output +
+                                  (example.arguments.empty() ? "" : " " + example.arguments);
+    shown.command = "lumivex " + operation.name + " " + arguments;
+    shown.report = runOperation(operation, words(arguments + (quiet ? " --quiet" : "")));
+    return shown;
+}
+
+void enterFolder(const std::filesystem::path& folder)
+{
+    std::error_code error;
+    if (!std::filesystem::is_directory(folder))
+        std::filesystem::create_directory(folder, error);
+    if (!error)
+        std::filesystem::current_path(folder, error);
+    if (error)
+        throw Failure("cannot write to the folder " + inQuotes(folder) + ": " + error.message());
+}
+} // namespace
+
+std::string makeGallery(const std::filesystem::path& picture, const std::filesystem::path& folder, bool quiet)
+{
+    const Picture scene = picture.empty() ? drawScene() : readPicture(picture);
+    if (scene.width < smallestSide || scene.height < smallestSide)
+        throw Failure("the gallery needs a picture of at least 64 x 64, " + inQuotes(picture) + " is " + scene.size());
+    // From here on all names are relative to the folder, as in the commands that the page shows.
+    enterFolder(folder);
+    writePicture("scene.png", scene);
+    writePicture("selection.png", drawSelection(scene.width, scene.height, 255, 0));
+    writePicture("shape.png", drawSelection(scene.width, scene.height, 0, 255));
+
+    std::vector<ShownFamily> shownFamilies;
+    size_t pictures = 0;
+    for (const Family& family : families()) {
+        ShownFamily& shownFamily = shownFamilies.emplace_back(ShownFamily{&family, {}});
+        for (const Operation& operation : family.operations) {
+            ShownOperation& shown = shownFamily.operations.emplace_back(ShownOperation{&operation, {}});
+            for (const Example& example : operation.examples)
+                shown.examples.push_back(runExample(operation, example, shown.examples.size() + 1, quiet));
+            pictures += shown.examples.size();
+        }
+    }
+    const std::string page = galleryPage(shownFamilies, scene);
+    writeWhole("index.html", {reinterpret_cast<const uint8_t*>(page.data()), page.size()});
+    return "wrote " + (folder / "index.html").string() + " and " + std::to_string(pictures) + " pictures\n";
+}
+} // namespace host

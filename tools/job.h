@@ -1,0 +1,51 @@
+// One run of an operation: what it is given and where its result goes.
+#pragma once
+
+#include "picture.h"
+#include "progress.h"
+
+#include <map>
+#include <optional>
+#include <string>
+#include <variant>
+
+namespace host
+{
+class Job
+{
+public:
+    using Value = std::variant<double, bool, std::string, Picture>;
+
+    explicit Job(Progress& watched) : progress(watched) {}
+
+    Picture input;
+    // Starts as a copy of the input: many exports leave borders, alpha or what is not selected as they find it.
+    Picture output;
+    std::optional<Picture> selectionPicture;
+    std::map<std::string, Value> values;
+    // Lines for standard output.
+    std::string report;
+    Progress& progress;
+
+    int32_t width() const { return input.width; }
+    int32_t height() const { return input.height; }
+    const uint8_t* in() const { return input.data(); }
+    uint8_t* out() { return output.data(); }
+    const uint8_t* selection() const { return selectionPicture ? selectionPicture->data() : nullptr; }
+    uint8_t selectionOnly() const { return selectionPicture ? 1 : 0; }
+    uint32_t* counter() { return progress.counter(); }
+
+    int32_t whole(const std::string& name) const { return static_cast<int32_t>(get<double>(name)); }
+    float number(const std::string& name) const { return static_cast<float>(get<double>(name)); }
+    uint8_t flag(const std::string& name) const { return get<bool>(name) ? 1 : 0; }
+    const std::string& choice(const std::string& name) const { return get<std::string>(name); }
+    const Picture& picture(const std::string& name) const { return get<Picture>(name); }
+
+private:
+    template <class T>
+    const T& get(const std::string& name) const
+    {
+        return std::get<T>(values.at(name));
+    }
+};
+} // namespace host

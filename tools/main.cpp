@@ -1,0 +1,137 @@
+// lumivex: the library's operations on picture files, used the way an editor uses them.
+#include "command_line.h"
+#include "failure.h"
+#include "files/picture_file.h"
+#include "gallery/gallery.h"
+#include "lumivex.h"
+#include "operation.h"
+#include "run_operation.h"
+#include "scene/scene.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <exception>
+#include <new>
+
+namespace host
+{
+namespace
+{
+using Arguments = std::vector<std::string>;
+
+constexpr const char* usage = R"(lumivex: image operations on picture files
+
+  lumivex OPERATION IN -o OUT [--selection MASK] [--parameter value ...]
+  lumivex OPERATION --help    what the operation does, its parameters, ranges and defaults
+  lumivex list                all operations
+  lumivex gallery [IN] -o DIR a page that shows them all, on IN or on a drawn scene
+  lumivex scene -o OUT        that scene as a picture
+  lumivex --version
+
+Pictures are PNG or JPEG. OUT is written whole or not at all.
+)";
+
+std::string list(const Arguments& arguments)
+{
+    CLI::App app("Lists all operations by family.", "lumivex list");
+    if (const auto help = parseArguments(app, arguments))
+        return *help;
+
+    size_t widest = 0;
+    for (const Family& family : families())
+        for (const Operation& operation : family.operations)
+            widest = std::max(widest, operation.name.size());
+    std::string text;
+    for (const Family& family : families()) {
+        text += (text.empty() ? "" : "\n") + family.name + "\n";
+        for (const Operation& operation : family.operations)
+            text +=
+                "  " + operation.name + std::string(widest + 2 - operation.name.size(), ' ') + operation.summary + "\n";
+    }
+    return text;
+}
+
+std::string scene(const Arguments& arguments)
+{
+    CLI::App app("Draws the test scene: colours, skin, fine texture, edges, transparency.", "lumivex scene");
+    std::string output;
+    app.add_option("-o,--output", output, "Picture to write, .png or .jpg")->type_name("OUT")->required();
+    if (const auto help = parseArguments(app, arguments))
+        return *help;
+    checkPictureName(output);
+    writePicture(output, drawScene());
+    return "";
+}
+
+std::string gallery(const Arguments& arguments)
+{
+    CLI::App app("Writes a page, index.html, that shows what every operation does.", "lumivex gallery");
+    std::string input, folder;
+    bool quiet = false;
+    app.add_option("IN", input, "Picture to show them on; without it a scene is drawn")->type_name("");
+    app.add_option("-o,--output", folder, "Folder to write to; made if it is not there")->type_name("DIR")->required();
+    app.add_flag("-q,--quiet", quiet, "No progress bar");
+    if (const auto help = parseArguments(app, arguments))
+        return *help;
+    return makeGallery(input, folder, quiet);
+}
+
+struct Command
+{
+    const char* name;
+    std::string (*run)(const Arguments&);
+};
+
+constexpr Command commands[] = {{"list", list}, {"gallery", gallery}, {"scene", scene}};
+
+[[noreturn]] void failUnknown(const std::string& name)
+{
+    Arguments others;
+    for (const Command& command : commands)
+        others.emplace_back(command.name);
+    std::string hint;
+    for (const std::string& similar : similarNames(name, others))
+        hint += (hint.empty() ? "; did you mean " : " or ") + similar;
+    throw Failure("unknown operation '" + name + "'" + (hint.empty() ? "; see 'lumivex list'" : hint + "?"));
+}
+
+// Returns the text for standard output.
+std::string run(Arguments arguments)
+{
+    if (arguments.empty())
+        throw Failure("nothing to do; see 'lumivex --help'");
+    const std::string first = arguments.front();
+    if (first == "--help" || first == "-h")
+        return usage;
+    if (first == "--version")
+        return "lumivex " LUMIVEX_VERSION "\n";
+
+    arguments.erase(arguments.begin());
+    for (const Command& command : commands)
+        if (first == command.name)
+            return command.run(arguments);
+    if (const Operation* operation = findOperation(first))
+        return runOperation(*operation, arguments);
+    failUnknown(first);
+}
+
+void print(const std::string& text)
+{
+    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0)
+        throw Failure("cannot write to standard output");
+}
+} // namespace
+} // namespace host
+
+int main(int count, char** values)
+{
+    try {
+        host::print(host::run({values + 1, values + count}));
+        return 0;
+    } catch (const std::bad_alloc&) {
+        std::fputs("lumivex: not enough memory\n", stderr);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "lumivex: %s\n", error.what());
+    }
+    return 1;
+}

@@ -1,0 +1,95 @@
+// Making parameters and reading their values.
+#include "parameter.h"
+
+#include "failure.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <sstream>
+#include <utility>
+
+namespace host
+{
+namespace
+{
+std::string shortest(double value)
+{
+    std::ostringstream text;
+    text << value;
+    return text.str();
+}
+
+std::string joined(const std::vector<std::string>& words)
+{
+    std::string text;
+    for (const auto& word : words)
+        text += (text.empty() ? "" : "|") + word;
+    return text;
+}
+} // namespace
+
+std::string Parameter::form() const
+{
+    switch (kind) {
+    case Kind::whole:
+    case Kind::number: return shortest(low) + ".." + shortest(high);
+    case Kind::choice: return joined(choices);
+    case Kind::picture: return "PICTURE";
+    case Kind::mask: return "MASK";
+    case Kind::flag: break;
+    }
+    return "";
+}
+
+double Parameter::parseNumber(const std::string& text) const
+{
+    double value = 0;
+    const char* end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, value);
+    if (stop != end || error == std::errc::invalid_argument)
+        throw Failure("--" + name + ": '" + text + "' is not a number");
+    if (kind == Kind::whole && value != std::trunc(value))
+        throw Failure("--" + name + ": '" + text + "' is not a whole number");
+    // Written so that not-a-number is out of range too.
+    if (error == std::errc::result_out_of_range || !(value >= low && value <= high))
+        throw Failure("--" + name + ": " + text + " is out of range, " + shortest(low) + " to " + shortest(high));
+    return value;
+}
+
+void Parameter::checkChoice(const std::string& text) const
+{
+    if (std::find(choices.begin(), choices.end(), text) == choices.end())
+        throw Failure("--" + name + ": '" + text + "' is none of " + joined(choices));
+}
+
+Parameter whole(std::string name, int low, int high, int standard, std::string help)
+{
+    return {std::move(name), Kind::whole, std::move(help), std::to_string(standard), double(low), double(high), {}};
+}
+
+Parameter number(std::string name, double low, double high, double standard, std::string help)
+{
+    return {std::move(name), Kind::number, std::move(help), shortest(standard), low, high, {}};
+}
+
+Parameter choice(std::string name, std::vector<std::string> choices, std::string help)
+{
+    return {std::move(name), Kind::choice, std::move(help), choices.front(), 0, 0, choices};
+}
+
+Parameter flag(std::string name, std::string help)
+{
+    return {std::move(name), Kind::flag, std::move(help), "", 0, 0, {}};
+}
+
+Parameter picture(std::string name, std::string help)
+{
+    return {std::move(name), Kind::picture, std::move(help), "", 0, 0, {}};
+}
+
+Parameter mask(std::string name, std::string help)
+{
+    return {std::move(name), Kind::mask, std::move(help), "", 0, 0, {}};
+}
+} // namespace host

@@ -1,0 +1,42 @@
+// What an operation can be told: name, kind, range, default, help. Command line, help and gallery read it from here.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace host
+{
+enum class Kind { whole, number, choice, flag, picture, mask };
+
+struct Parameter
+{
+    std::string name;
+    Kind kind;
+    std::string help;
+    std::string standard; // the default as the user would type it; empty for flags and pictures
+    double low = 0;
+    double high = 0;
+    std::vector<std::string> choices;
+
+    bool isNumeric() const { return kind == Kind::whole || kind == Kind::number; }
+    bool isPicture() const { return kind == Kind::picture || kind == Kind::mask; }
+
+    // What stands after the name in the help: "-255..255", "L|a|b", "PICTURE".
+    std::string form() const;
+
+    // The value of a numeric parameter. Fails when it is no number, not whole where it has to be, or out of range.
+    double parseNumber(const std::string& text) const;
+    // Fails when the text is none of the choices.
+    void checkChoice(const std::string& text) const;
+};
+
+Parameter whole(std::string name, int low, int high, int standard, std::string help);
+Parameter number(std::string name, double low, double high, double standard, std::string help);
+// The first choice is the default.
+Parameter choice(std::string name, std::vector<std::string> choices, std::string help);
+Parameter flag(std::string name, std::string help);
+// A second picture of the same size. The user has to give it.
+Parameter picture(std::string name, std::string help);
+// The same, read as a mask (see readMask).
+Parameter mask(std::string name, std::string help);
+} // namespace host

@@ -1,0 +1,127 @@
+// Every export on a picture of 12 megapixels.
+#include "measure.h"
+#include "photograph.h"
+
+#include "lumivex.h"
+
+namespace
+{
+using namespace bench;
+
+/// What the operations work on. Made once, and touched, so that no measurement pays for fresh pages.
+struct Bench
+{
+    Pixels source = photograph();
+    Pixels selection = blobs();
+    Pixels image = source;
+    Pixels scratch = source;
+    std::vector<float> lab = std::vector<float>(static_cast<size_t>(pixelCount) * 4);
+    std::vector<float> tones = std::vector<float>(101 * 256, 100.0F);
+    std::vector<uint32_t> offsets = std::vector<uint32_t>((width + 1) * static_cast<size_t>(height) + 1);
+    std::vector<float> cube[3];
+    uint32_t progress = 0;
+
+    Bench()
+    {
+        for (auto& table : cube) {
+            table.resize(256 * 256 * 256);
+        }
+        IM_SetDataLab(cube[0].data(), cube[1].data(), cube[2].data(), &progress);
+    }
+};
+
+using Blur = decltype(IM_FlouGaussien);
+using LabBlur = decltype(IM_FlouLAB_L);
+
+/// Once for the whole picture, once under the selection.
+void measureBoth(const std::string& name, const std::function<void(uint8_t selectionOnly)>& operation)
+{
+    measure(name, [=] { operation(0); });
+    measure(name + ", selection", [=] { operation(1); });
+}
+
+void addPoints(Bench& b)
+{
+    uint8_t* const image = b.image.data();
+    const uint8_t* const source = b.source.data();
+    measure("IM_Inverser", [=] { IM_Inverser(image, width, height); });
+    measureBoth("IM_Gris",
+                [=, &b](uint8_t only) { IM_Gris(image, b.selection.data(), width, height, only, &b.progress); });
+    measureBoth("IM_NB", [=, &b](uint8_t only) {
+        IM_NB(image, source, b.tones.data(), b.selection.data(), width, height, 20, -10, 5, 50, only, 0);
+    });
+    measure("IM_Brillance", [=] { IM_Brillance(image, source, width, height, 17); });
+    measure("IM_Contraste", [=] { IM_Contraste(image, source, width, height, 63); });
+    measure("IM_DetourNB", [=] { IM_DetourNB(image, source, width, height); });
+    measure("IM_ClipImage", [=, &b] { IM_ClipImage(image, source, b.selection.data(), width, height); });
+    measure("IM_BuildTopo", [&b] { IM_BuildTopo(b.offsets.data(), width, height); });
+}
+
+void addColours(Bench& b)
+{
+    measure("DI_HSB2ARGB, once a pixel", [&b] {
+        for (int64_t i = 0; i < pixelCount; ++i) {
+            DI_HSB2ARGB(static_cast<float>(i % 360), 80, 50, &b.image[static_cast<size_t>(i) * 4]);
+        }
+    });
+    measure("DI_ARGB2Hue, once a pixel", [&b] {
+        double sum = 0;
+        for (size_t i = 0; i < b.source.size(); i += 4) {
+            sum += DI_ARGB2Hue(b.source[i + 2], b.source[i + 1], b.source[i]);
+        }
+        b.lab[0] = static_cast<float>(sum);
+    });
+    measure("IM_GetLab", [&b] { IM_GetLab(b.source.data(), b.lab.data(), width, height, &b.progress); });
+    constexpr size_t cubeSize = 256 * 256 * 256;
+    measureTables("IM_SetDataLab", cubeSize * 3 * sizeof(float), [&b](void* memory) {
+        auto* const table = static_cast<float*>(memory);
+        IM_SetDataLab(table, table + cubeSize, table + 2 * cubeSize, &b.progress);
+    });
+    constexpr size_t gridSize = 546 * 241 * 241;
+    measureTables("IM_SetDataRGB", gridSize * 3, [&b](void* memory) {
+        auto* const table = static_cast<uint8_t*>(memory);
+        IM_SetDataRGB(table, table + gridSize, table + 2 * gridSize, &b.progress);
+    });
+}
+
+void addBlurs(Bench& b)
+{
+    uint8_t* const image = b.image.data();
+    const uint8_t* const source = b.source.data();
+    const uint8_t* const selection = b.selection.data();
+    for (const int radius : {2, 12, 100}) {
+        measureBoth("IM_Flou, radius " + std::to_string(radius), [=, &b](uint8_t only) {
+            IM_Flou(image, b.scratch.data(), selection, width, height, radius, only, 0);
+        });
+    }
+    const std::pair<const char*, Blur*> kernels[] = {{"IM_FlouGaussien", IM_FlouGaussien},
+                                                     {"IM_FlouGaussien77", IM_FlouGaussien77},
+                                                     {"IM_FlouGaussien99", IM_FlouGaussien99},
+                                                     {"IM_FlouGaussien77Plus", IM_FlouGaussien77Plus},
+                                                     {"IM_FlouGaussienPlus", IM_FlouGaussienPlus}};
+    for (const auto& [name, blur] : kernels) {
+        Blur* const call = blur;
+        measureBoth(name, [=, &b](uint8_t only) { call(image, source, selection, width, height, only, &b.progress); });
+    }
+    measure("IM_FourchetteFlou", [=] { IM_FourchetteFlou(image, source, width, height); });
+    // An entry of 0 would end these blurs, so their selection is the picture itself, opaque everywhere.
+    const std::pair<const char*, LabBlur*> labBlurs[] = {{"IM_FlouLAB_L", IM_FlouLAB_L},
+                                                         {"IM_FlouLAB_AB", IM_FlouLAB_AB}};
+    for (const auto& [name, blur] : labBlurs) {
+        LabBlur* const call = blur;
+        measureBoth(name, [=, &b](uint8_t only) {
+            call(image, source, b.cube[0].data(), b.cube[1].data(), b.cube[2].data(), source, width, height, only,
+                 &b.progress);
+        });
+    }
+}
+} // namespace
+
+int main(int argc, char** argv)
+{
+    Bench b;
+    addPoints(b);
+    addColours(b);
+    addBlurs(b);
+    return run(argc, argv);
+}

@@ -1,0 +1,17 @@
+// Measures an operation against a copy of the picture, and prints the table.
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace bench
+{
+/// Runs the operation and the copy of a picture of 12 megapixels in turn, and reports the median of each.
+void measure(const std::string& name, std::function<void()> operation);
+
+/// Measures what fills tables of so many bytes in all: each time in memory that has never been touched.
+void measureTables(const std::string& name, size_t bytes, std::function<void(void* memory)> operation);
+
+/// Runs what was asked for on the command line.
+int run(int argc, char** argv);
+} // namespace bench

@@ -120,11 +120,11 @@ TEST(BoxBlur, RadiusOneRepeatsTheLastRowAndColumn)
 TEST(LabBlur, TheShiftedEntryEndsIt)
 {
     // In a picture of one colour with one excluded entry, the blur ends after the pixel whose far corner that entry is.
-    constexpr int width = 40;
-    constexpr int height = 12;
+    constexpr int width = 1100;
+    constexpr int height = 140;
     const Planes& planes = inventedPlanes();
     const Pixels source = uniform(width, height, 100);
-    for (const auto& [cornerX, cornerY] : {std::pair{4, 4}, {25, 7}, {39, 11}}) {
+    for (const auto& [cornerX, cornerY] : {std::pair{4, 4}, {25, 7}, {900, 5}, {515, 68}, {600, 100}, {1099, 139}}) {
         Pixels mask = uniform(width, height, 255);
         mask[static_cast<size_t>(cornerY * width + cornerX) * 4 + 3] = 0;
         for (auto* const blur : {IM_FlouLAB_L, IM_FlouLAB_AB}) {
@@ -133,7 +133,8 @@ TEST(LabBlur, TheShiftedEntryEndsIt)
             uint32_t progress = 0;
             blur(image.data(), source.data(), planes.l.data(), planes.a.data(), planes.b.data(), mask.data(), width,
                  height, 1, &progress);
-            EXPECT_EQ(progress, static_cast<uint32_t>(9 * static_cast<double>(static_cast<float>(100.0 / height))));
+            EXPECT_EQ(progress,
+                      static_cast<uint32_t>((height - 3) * static_cast<double>(static_cast<float>(100.0 / height))));
             blur(unlimited.data(), source.data(), planes.l.data(), planes.a.data(), planes.b.data(), nullptr, width,
                  height, 0, &progress);
             const auto end = static_cast<size_t>((cornerY - 2) * width + cornerX - 2 + 1) * 4;

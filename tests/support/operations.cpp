@@ -4,7 +4,7 @@
 #include "lumivex.h"
 #include "plain.h"
 
-#include <cmath>
+#include <algorithm>
 #include <limits>
 #include <ostream>
 
@@ -175,6 +175,9 @@ const Planes& inventedPlanes()
             made.l[i] = static_cast<float>(random.between(-30, 150));
             made.a[i] = static_cast<float>(random.between(-250, 250));
             made.b[i] = static_cast<float>(random.between(-250, 250));
+            if (random.below(100) == 0) {
+                made.l[i] = made.a[i] = notANumber;
+            }
         }
         return made;
     }();

@@ -59,7 +59,8 @@ std::ostream& operator<<(std::ostream& out, const Operation& operation);
 
 const std::vector<Operation>& operations();
 
-/// Three planes of 2^24 floats in the manner of the Lab cube, with values beyond what colours have.
+/// Three planes of 2^24 floats in the manner of the Lab cube, with values beyond what colours have and some that are
+/// not numbers.
 struct Planes
 {
     std::vector<float> l, a, b;

@@ -15,7 +15,7 @@
  *
  * The host owns every buffer and every table, before, during and after a call. The library allocates nothing that
  * outlives a call, keeps no pointer, and has no state: the same call with the same bytes gives the same bytes, on every
- * processor.
+ * processor. A call takes less than 128 KiB of the caller's stack.
  *
  * 3. Destination and source; working in place
  *

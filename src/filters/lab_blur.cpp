@@ -165,7 +165,8 @@ void blurLab(const Target& target, const Source& source, LabRows rows, int64_t t
     };
     for (int64_t top = border; top < end; top += bandRows) {
         const int64_t bottom = std::min(top + bandRows, end);
-        for (int64_t first = 0; first < columns; first += stripPixels) {
+        const bool anyLeft = (top - border) * columns < toBlur;
+        for (int64_t first = 0; anyLeft && first < columns; first += stripPixels) {
             const int64_t width = std::min(stripPixels, columns - first);
             for (int64_t y = top - border; y < bottom + border; ++y) {
                 rows.lookUp(y, source.at(first, y), width + 2 * border);

@@ -1,6 +1,7 @@
 // Grey by fixed weights, and black and white through colour filters and a tone table.
 #include "core/level.h"
 #include "core/lookup.h"
+#include "core/rows.h"
 
 #include <cmath>
 #include <limits>
@@ -17,11 +18,7 @@ int32_t IM_Gris(uint8_t* image, const uint8_t* selection, int32_t width, int32_t
         const auto sum = red(pixel) * 222u + green(pixel) * 707u + blue(pixel) * 71u;
         return withColour(pixel, greyPixel(quotient<1000, 255'000>(sum)));
     };
-    const auto keep = [](auto pixel) { return pixel; };
-    forEachRow(picture.size, Progress(progress, height), [&](int64_t y) {
-        const int64_t offset = y * width * 4;
-        mapSelected(selected.from(offset), image + offset, width, toGrey, keep);
-    });
+    mapRows(picture, selected, Progress(progress, height), toGrey, keepPixel);
     return height;
 }
 
@@ -79,15 +76,14 @@ int32_t IM_NB(uint8_t* destination, const uint8_t* source, const float* tone_tab
     const auto toned = [&](auto old, auto pixel) {
         return withColour(old, lookUp(table, greyPixel(byHalves(levelOf, pixel))));
     };
-    const auto copied = [](auto old, auto pixel) { return withColour(old, pixel); };
 
     const uint8_t* const mask = Selection(selection, selection_only).from(0);
     if (clipping_warning == 0) {
-        mapSelected(mask, destination, count, toned, copied, source);
+        mapSelected(mask, destination, count, toned, copyColour, source);
     } else {
         // Unselected pixels are marked too: that is meant.
         const auto markedTone = [&](auto old, auto pixel) { return markClipped(toned(old, pixel)); };
-        const auto markedCopy = [&](auto old, auto pixel) { return markClipped(copied(old, pixel)); };
+        const auto markedCopy = [&](auto old, auto pixel) { return markClipped(copyColour(old, pixel)); };
         mapSelected(mask, destination, count, markedTone, markedCopy, source);
     }
     return height;

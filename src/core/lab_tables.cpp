@@ -1,5 +1,5 @@
 // The Lab cube and the RGB-from-Lab grid.
-#include "core/lab_lanes.h"
+#include "core/lab_grid.h"
 #include "core/level.h"
 #include "core/progress.h"
 #include "core/widths.h"
@@ -14,9 +14,7 @@ using Singles = Register<float>;
 using Doubles = Register<double>;
 
 constexpr int levels = 256;
-constexpr int gridLightness = 546;
-constexpr int gridAxis = 241;
-constexpr int gridCentre = 120;
+constexpr int gridAxis = RgbGrid::axisSteps;
 
 /// Terms of the sums for X, Y and Z, one for each level of a channel.
 struct Terms
@@ -32,13 +30,6 @@ struct Terms
         }
     }
 };
-
-/// Lightness of a step of the grid, finer from 91 on.
-float gridLightnessOf(int step)
-{
-    return step < 455 ? static_cast<float>(double{static_cast<float>(step)} / 5.0)
-                      : static_cast<float>(double{static_cast<float>(step + 455)} / 10.0);
-}
 } // namespace
 
 int32_t IM_SetDataLab(float* lightness, float* a, float* b, uint32_t* progress)
@@ -71,16 +62,16 @@ int32_t IM_SetDataLab(float* lightness, float* a, float* b, uint32_t* progress)
 
 int32_t IM_SetDataRGB(uint8_t* red, uint8_t* green, uint8_t* blue, uint32_t* progress)
 {
-    const Progress counter(progress, gridLightness);
+    const Progress counter(progress, RgbGrid::lightnessSteps);
     uint8_t* const tables[3] = {red, green, blue};
-    for (int l = 0; l < gridLightness; ++l) {
-        const float fy = narrow((double{gridLightnessOf(l)} + 16.0) / 116.0);
+    for (int l = 0; l < RgbGrid::lightnessSteps; ++l) {
+        const float fy = narrow((double{RgbGrid::lightnessOf(l)} + 16.0) / 116.0);
         const double y = double{narrow(labCube(fy))};
         // X depends on a alone, Z on b alone; each is turned into the terms of its three sums.
         std::array<std::array<double, gridAxis>, 3> beforeZ;
         std::array<std::array<double, gridAxis>, 3> zTerms;
         for (int i = 0; i < gridAxis; ++i) {
-            const double offset = i - gridCentre;
+            const double offset = i - RgbGrid::axisReach;
             const double x = double{narrow(labCube(narrow(offset / 500.0 + double{fy})) * lab::whiteX)};
             const double z = double{narrow(labCube(narrow(double{fy} - offset / 200.0)) * lab::whiteZ)};
             for (int channel = 0; channel < 3; ++channel) {
@@ -107,6 +98,6 @@ int32_t IM_SetDataRGB(uint8_t* red, uint8_t* green, uint8_t* blue, uint32_t* pro
         }
         counter.write(static_cast<uint32_t>(l));
     }
-    return gridLightness;
+    return RgbGrid::lightnessSteps;
 }
 } // namespace lumivex::LUMIVEX_LEVEL

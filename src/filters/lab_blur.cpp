@@ -1,5 +1,5 @@
 // Blurs of lightness alone or of the two colour axes alone, through the host's Lab cube.
-#include "core/lab_lanes.h"
+#include "core/lab_cube.h"
 #include "core/level.h"
 #include "core/truncate.h"
 #include "core/window.h"
@@ -44,13 +44,6 @@ constexpr Weights lightnessWeights()
     Weights weights = symmetricWeights();
     weights.values[0][1] = 1;
     return weights;
-}
-
-/// The index of a pixel's colour in the Lab cube: blue counts most there, least in a pixel.
-template <class P>
-P cubeIndex(P pixel)
-{
-    return (blue(pixel) << 16u) | (green(pixel) << 8u) | red(pixel);
 }
 
 /// How many interior pixels, in memory order, are blurred.

@@ -51,16 +51,6 @@ inline void mapSelected(const uint8_t* selection, uint8_t* out, int64_t count, R
     mapPixels(out, count, choose, selection, sources...);
 }
 
-/// Applies a rule for one channel to blue, green and red of the source; alpha of the destination stays.
-template <class Rule>
-inline void mapColours(uint8_t* out, const uint8_t* source, int64_t count, Rule rule)
-{
-    const auto eachChannel = [=](auto old, auto pixel) {
-        return withColour(old, pixelOf(rule(blue(pixel)), rule(green(pixel)), rule(red(pixel))));
-    };
-    mapPixels(out, count, eachChannel, source);
-}
-
 /// Runs rowRule(y) for each row and reports it.
 template <class RowRule>
 inline void forEachRow(Size size, const Progress& progress, RowRule rowRule)

@@ -1,8 +1,7 @@
 // Inversion, brightness and contrast: each channel on its own.
+#include "core/channels.h"
 #include "core/level.h"
 #include "core/lookup.h"
-
-#include <algorithm>
 
 namespace lumivex::LUMIVEX_LEVEL
 {
@@ -14,9 +13,7 @@ int32_t IM_Inverser(uint8_t* image, int32_t width, int32_t height)
 
 int32_t IM_Brillance(uint8_t* destination, const uint8_t* source, int32_t width, int32_t height, int32_t offset)
 {
-    const int32_t shift = std::clamp(offset, -255, 255); // beyond, every level is at its limit already
-    const auto shifted = [=](auto level) { return clampToByte(convert<int32_t>(level) + shift); };
-    mapColours(destination, source, Size{width, height}.pixelsByProduct(), shifted);
+    mapPixels(destination, Size{width, height}.pixelsByProduct(), shiftedBy(offset), source);
     return height;
 }
 

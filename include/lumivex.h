@@ -336,6 +336,142 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_FlouLAB_AB(uint8_t* destination, const uint8
                                                const float* a, const float* b, const uint8_t* selection, int32_t width,
                                                int32_t height, uint8_t use_selection, uint32_t* progress);
 
+/* =====================================================================================================================
+ * filters: sharpening, morphology, edges
+ *
+ * Sharpening works on two pictures that the host prepares: the picture itself and a softened copy of it, from any of
+ * the blurs above. These functions look at no neighbours, cover the whole picture, and write every pixel from the two
+ * at the same place. "In place: yes" means that the destination may be the picture itself.
+ *
+ * destination     The picture to write.
+ * image           The picture.
+ * softened        The softened copy, of the same size.
+ * source          The picture to read, where there is only one.
+ * selection       Pixels that are not selected stay as they are, unless the function says otherwise. NULL is fine while
+ *                 use_selection is 0.
+ * progress        Chapter 6, unless the function says otherwise.
+ *
+ * Alpha is untouched.
+ * ================================================================================================================== */
+
+/* Unsharp mask: image + k * (image - softened), clamped to 0..255, for blue, green and red, with k = amount / -15.
+ *
+ * amount          Truncated to whole k: -15 sharpens by the whole difference, -30 by twice that, 15 gives the softened
+ *                 copy; -14..14 copy the image.
+ *
+ * In place: yes. Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL IM_Net(uint8_t* destination, const uint8_t* image, const uint8_t* softened,
+                                        int32_t width, int32_t height, int32_t amount, uint32_t* progress);
+
+/* IM_Net under a selection. In place: yes. Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL IM_Accentuer(uint8_t* destination, const uint8_t* image, const uint8_t* softened,
+                                              const uint8_t* selection, int32_t width, int32_t height, int32_t amount,
+                                              uint8_t use_selection, uint32_t* progress);
+
+/* High pass: what the picture has over its softened copy, on black.
+ *
+ *     d = (image - softened) * (float)(amount / 10.0 + 0.5), truncated, clamped to 0..255
+ *
+ * amount          Tenths of a gain to which 0.5 is added: 5 shows the difference as it is, -5 nothing, less than -5
+ *                 what the softened copy has over the picture.
+ * invert          Not 0: on white, as 255 minus what it would be.
+ * grey            Not 0: blue, green and red become the mean of their three d, truncated.
+ *
+ * In place: yes. Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL IM_HighPass(uint8_t* destination, const uint8_t* image, const uint8_t* softened,
+                                             int32_t width, int32_t height, int32_t amount, uint8_t invert,
+                                             uint8_t grey, uint32_t* progress);
+
+/* Shift of all channels: v + offset, clamped to 0..255. IM_Brillance with progress, and without the product test.
+ *
+ * offset          Any number; -255..255 makes a difference.
+ *
+ * In place: yes. Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL IM_Decal(uint8_t* destination, const uint8_t* source, int32_t width, int32_t height,
+                                          int32_t offset, uint32_t* progress);
+
+/* Detail: new lightness through a curve that the local contrast chooses from; a and b stay.
+ *
+ * The excess of image over softened, 0 where it has none, is stretched by about 1.3 and lifted by 122 in each channel.
+ * With Li the lightness of that colour, and LA that of the image's own,
+ *     L = curve[trunc(Li * 200)] * LA                        where Li < 50,
+ *     L = 100 - curve[trunc((100 - Li) * 200)] * (100 - LA)  elsewhere,
+ * in doubles, rounded to float, truncated to a whole number and clamped to 0..100. The pixel becomes the grid's entry
+ * for L, a and b, both clamped to -120..120.
+ *
+ * curve           10001 floats, factors of lightness: 1 everywhere changes nothing but the rounding. Indices beyond the
+ *                 table, from cubes that are not one, take its nearest entry.
+ * lightness, a, b   The Lab cube.
+ * red, green, blue  The RGB-from-Lab grid.
+ * selection       Pixels that are not selected get the image's colour.
+ * unused          Ignored.
+ *
+ * In place: yes. Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL IM_Detail(uint8_t* destination, const uint8_t* image, const uint8_t* softened,
+                                           const float* curve, const float* lightness, const float* a, const float* b,
+                                           const uint8_t* red, const uint8_t* green, const uint8_t* blue,
+                                           const uint8_t* selection, int32_t width, int32_t height, uint32_t unused,
+                                           uint8_t use_selection, uint32_t* progress);
+
+/* Threshold: black where (blue + green + red) / 3, truncated, is below the threshold, white elsewhere.
+ *
+ * threshold       Any number: 0 makes all white, 256 all black.
+ *
+ * The outer two rows and columns are not written although no neighbour is looked at; a height below 5 does nothing but
+ * set progress to 0. In place: yes. Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL IM_Seuil(uint8_t* destination, const uint8_t* source, const uint8_t* selection,
+                                          int32_t width, int32_t height, int32_t threshold, uint8_t use_selection,
+                                          uint32_t* progress);
+
+/* Erosion by the four nearest neighbours: blue, green and red lose all that the largest neighbour has over them, and
+ * become 0 where that is more than they have.
+ *
+ * The outer row and column on each side are not written; a height below 3 does nothing but set progress to 0. In place:
+ * no. Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL IM_ErosionRGB(uint8_t* destination, const uint8_t* source, const uint8_t* selection,
+                                               int32_t width, int32_t height, uint8_t use_selection,
+                                               uint32_t* progress);
+
+/* Dilation by the four nearest neighbours: blue, green and red gain half of what the largest neighbour has over them,
+ * truncated. Half, where IM_ErosionRGB takes all: that is meant. Borders as there. In place: no. Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL IM_DilatationRGB(uint8_t* destination, const uint8_t* source, const uint8_t* selection,
+                                                  int32_t width, int32_t height, uint8_t use_selection,
+                                                  uint32_t* progress);
+
+/* Erosion of the two colour axes, with the lightness that the host gives.
+ *
+ * For a, and likewise for b, with c = trunc(a of the pixel) and m the least of -120 and trunc(c - a) of its four
+ * nearest neighbours, the new a is c + m, clamped to -120..120. The least starts at -120, not at 0, so that both axes
+ * end near -120: that is meant. The colour of lightness, new a and new b is computed, not looked up.
+ *
+ * lightness       width * height records of four floats, of which the first is L: what IM_GetLab writes.
+ * a, b            Two planes of the Lab cube.
+ *
+ * Borders as for IM_ErosionRGB. In place: no. Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL IM_ErosionLAB_AB(uint8_t* destination, const uint8_t* source, const float* lightness,
+                                                  const float* a, const float* b, const uint8_t* selection,
+                                                  int32_t width, int32_t height, uint8_t use_selection,
+                                                  uint32_t* progress);
+
+/* Edge map in two colours, by the gradient of 3 x 3 pixels (Sobel): with gx and gy each the mean of the gradients of
+ * blue, green and red,
+ *     sqrt(gx * gx + gy * gy) <= threshold gives colour 1, else colour 2.
+ *
+ * red1 ... blue2  The two colours.
+ * threshold       0..255; edges of full contrast have a magnitude of up to about 1140.
+ * invert          Not 0: exchanges the colours.
+ * progress        0 at entry, then row * (100 / height), divided in integers, after each row: always 0 for pictures of
+ *                 more than 100 rows.
+ * stop            A byte that is read after each row, and may be written by another thread: when it is not 0 the call
+ *                 ends. Not NULL.
+ *
+ * Borders as for IM_ErosionRGB. In place: no. Returns 1, whatever was done. */
+LUMIVEX_API int32_t LUMIVEX_CALL IM_Contour(uint8_t* destination, const uint8_t* source, const uint8_t* selection,
+                                            int32_t width, int32_t height, uint8_t red1, uint8_t green1, uint8_t blue1,
+                                            uint8_t red2, uint8_t green2, uint8_t blue2, uint8_t threshold,
+                                            uint8_t invert, uint8_t use_selection, uint32_t* progress,
+                                            const uint8_t* stop);
+
 #ifdef __cplusplus
 }
 #endif

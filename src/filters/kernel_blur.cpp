@@ -1,7 +1,7 @@
 // Blurs by fixed kernels of 5 x 5, 7 x 7 and 9 x 9 weights.
+#include "core/interior.h"
 #include "core/level.h"
 #include "core/widths.h"
-#include "core/window.h"
 #include "filters/kernels.h"
 
 #include <algorithm>
@@ -143,15 +143,12 @@ void blurRow(const Target& target, const Source& source, const Selection& select
 template <const auto& kernel>
 void blur(const Target& target, const Source& source, const Selection& selection, const Progress* progress)
 {
-    if (!hasInteriorRows(source.size, kernel.border)) {
-        return;
-    }
-    for (int64_t y = kernel.border; y < source.size.height - kernel.border; ++y) {
+    forEachInteriorRow(source.size, kernel.border, [&](int64_t y) {
         blurRow<kernel>(target, source, selection, y);
         if (progress != nullptr) {
             progress->rowDone(y);
         }
-    }
+    });
 }
 
 /// The exports with a selection and progress differ in nothing but the kernel.

@@ -1,0 +1,90 @@
+// Detail: lightness through a curve that the local contrast chooses from.
+
+#include "core/channels.h"
+#include "core/lab_cube.h"
+#include "core/lab_grid.h"
+#include "core/level.h"
+#include "core/lookup.h"
+#include "core/rows.h"
+
+#include <algorithm>
+
+namespace lumivex::LUMIVEX_LEVEL
+{
+namespace
+{
+/// What the excess of the picture over its softened copy is stretched and lifted to.
+uint8_t liftedExcess(int difference)
+{
+    const auto stretched = static_cast<float>((difference - 127) * -1.3);
+    const int level = std::clamp(165 - static_cast<int>(stretched), 0, 255);
+    return static_cast<uint8_t>(level > 133 ? 255 : level + 122);
+}
+
+/// Curves of factors, dense enough for 200 entries to each step of lightness: up to 50 they apply to lightness itself,
+/// from there on to what it lacks to white.
+class LightnessCurve
+{
+public:
+    explicit LightnessCurve(const float* factors) : factors_(factors) {}
+
+    /// The lightness of a colour of lightness `own` where the local contrast has lightness `contrast`: a whole number.
+    template <class V>
+    V operator()(V contrast, V own) const
+    {
+        const auto dark = contrast < middle;
+        const V distance = clampNumber(select(dark, contrast, white - contrast), 0, middle);
+        // 200 of a float is exact in a double, as is multiplying by 10000 before dividing by 50.
+        const auto place = [](auto half) { return convert<int32_t>(widen(half) * 200.0); };
+        const V factor = gather(factors_, convert<uint32_t>(byHalves(place, distance)));
+        // One form for both: factor * own is 0 - -factor * (0 - -own).
+        const V end = select(dark, splat<V>(0), splat<V>(white));
+        const auto scale = [](auto from, auto by, auto lightness) {
+            return narrow(widen(from) - widen(by) * (widen(from) - widen(lightness)));
+        };
+        const V scaled = byHalves(scale, end, select(dark, -factor, factor), select(dark, -own, own));
+        return convert<float>(truncateClamped(scaled, 0, white));
+    }
+
+private:
+    static constexpr float middle = 50;
+    static constexpr float white = 100;
+
+    const float* factors_;
+};
+} // namespace
+
+int32_t IM_Detail(uint8_t* destination, const uint8_t* image, const uint8_t* softened, const float* curve,
+                  const float* lightness, const float* a, const float* b, const uint8_t* red, const uint8_t* green,
+                  const uint8_t* blue, const uint8_t* selection, int32_t width, int32_t height, uint32_t /* unused */,
+                  uint8_t use_selection, uint32_t* progress)
+{
+    const LabCube cube{lightness, a, b};
+    const RgbGrid grid{red, green, blue};
+    const LightnessCurve newLightness(curve);
+    const ByteTable lifted = tabulate(liftedExcess);
+    const auto indexOf = [&](auto, auto pixel, auto soft) {
+        const auto difference = byBytes([](auto more, auto less) { return excess(more, less); }, pixel, soft);
+        const auto contrast = gather(cube.l, cubeIndex(lookUp(lifted, difference)));
+        auto colour = cube.at(pixel);
+        colour.l = newLightness(contrast, colour.l);
+        return RgbGrid::indexOf(colour);
+    };
+    const auto readGrid = [&](auto old, auto, auto index) { return withColour(old, grid.pixelAt(index)); };
+
+    // First the indices of a strip, then its pixels: so the processor waits for many look-ups at once.
+    constexpr int64_t strip = 512;
+    alignas(64) uint8_t indices[strip * 4];
+    const Selection selected(selection, use_selection);
+    forEachRow({width, height}, {progress, height}, [&](int64_t y) {
+        for (int64_t x = 0; x < width; x += strip) {
+            const int64_t count = std::min(strip, width - x);
+            const int64_t offset = (y * width + x) * 4;
+            mapPixels(indices, count, indexOf, image + offset, softened + offset);
+            mapSelected(selected.from(offset), destination + offset, count, readGrid, copyColour, image + offset,
+                        indices);
+        }
+    });
+    return height;
+}
+} // namespace lumivex::LUMIVEX_LEVEL

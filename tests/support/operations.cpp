@@ -1,8 +1,5 @@
 // The list of picture operations.
-#include "operations.h"
-
-#include "lumivex.h"
-#include "plain.h"
+#include "operation_row.h"
 
 #include <algorithm>
 #include <limits>
@@ -14,19 +11,6 @@ namespace
 {
 constexpr float infinity = std::numeric_limits<float>::infinity();
 constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
-
-Parameters drawNothing(Random&, const Job&)
-{
-    return {};
-}
-
-template <class Function, class Pass>
-Operation operation(const char* name, Function* library, Function* plainly, Pass pass, Traits traits,
-                    std::function<Parameters(Random&, const Job&)> draw = drawNothing)
-{
-    return {name, [=](const Job& job) { return pass(library, job); },
-            [=](const Job& job) { return pass(plainly, job); }, traits, std::move(draw)};
-}
 
 /// Tone levels with fractions, some of them beyond a byte on either side.
 const float* toneTable()
@@ -54,12 +38,6 @@ Parameters drawBlackAndWhite(Random& random, const Job&)
                                       : static_cast<float>(random.between(0, 100));
     p.flag = random.oneOf<uint8_t>({0, 1, 128});
     return p;
-}
-
-Parameters drawOffset(Random& random, const Job&)
-{
-    const auto some = static_cast<int32_t>(random.below(600)) - 300;
-    return {.whole = random.oneOf<int32_t>({some, some, 255, -255, INT32_MAX, INT32_MIN})};
 }
 
 Parameters drawContrast(Random& random, const Job&)
@@ -143,10 +121,16 @@ std::vector<Operation> list()
                 return f(j.image, j.scratch, j.mask, j.width, j.height, j.parameters.whole, j.selectionOnly,
                          j.parameters.flag);
             },
-            {.excluded = Excluded::kept}, drawRadius),
+            {.excluded = Excluded::kept, .returns = 10}, drawRadius),
     };
 }
 } // namespace
+
+Parameters drawOffset(Random& random, const Job&)
+{
+    const auto some = static_cast<int32_t>(random.below(600)) - 300;
+    return {.whole = random.oneOf<int32_t>({some, some, 255, -255, INT32_MAX, INT32_MIN})};
+}
 
 std::ostream& operator<<(std::ostream& out, const Parameters& p)
 {
@@ -161,7 +145,13 @@ std::ostream& operator<<(std::ostream& out, const Operation& operation)
 
 const std::vector<Operation>& operations()
 {
-    static const std::vector<Operation> all = list();
+    static const std::vector<Operation> all = [] {
+        std::vector<Operation> rows = list();
+        for (Operation& row : sharpeningOperations()) {
+            rows.push_back(std::move(row));
+        }
+        return rows;
+    }();
     return all;
 }
 

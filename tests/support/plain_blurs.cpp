@@ -1,5 +1,5 @@
 // Plain blurs: every kernel weighed out in full, every box summed from its own definition.
-#include "plain.h"
+#include "plain_walk.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -30,23 +30,6 @@ const Kernel gauss9{4, 2440, {120, 103, 89, 65, 56, 36, 31, 27, 17, 8, 11, 9, 6,
 const Kernel flat7{3, 140, {16, 8, 4, 4, 2, 2, 2, 2, 1, 1}};
 const Kernel box5{2, 25, {1, 1, 1, 1, 1, 1}};
 
-/// The frame of every kernel: calls visit(x, y) for the pixels that have all their neighbours.
-template <class Visit>
-int32_t visitInterior(int reach, int32_t width, int32_t height, uint32_t* progress, Visit visit)
-{
-    const Progress rows(progress, height);
-    if (!hasPixels(width, height)) {
-        return height;
-    }
-    for (int32_t y = reach; y < height - reach; ++y) {
-        for (int32_t x = reach; x < width - reach; ++x) {
-            visit(x, y);
-        }
-        rows.finishRow(y);
-    }
-    return height;
-}
-
 int32_t blurByKernel(const Kernel& kernel, uint8_t* destination, const uint8_t* source, const uint8_t* selection,
                      int32_t width, int32_t height, uint8_t useSelection, uint32_t* progress)
 {
@@ -66,11 +49,6 @@ int32_t blurByKernel(const Kernel& kernel, uint8_t* destination, const uint8_t* 
             destination[centre + channel] = static_cast<uint8_t>(sum / kernel.divisor);
         }
     });
-}
-
-int colourIndex(const uint8_t* pixel)
-{
-    return (pixel[0] * 256 + pixel[1]) * 256 + pixel[2];
 }
 
 /// The 5 x 5 sum over a plane, truncated after every addition, then divided.

@@ -8,6 +8,8 @@ namespace
 {
 using namespace bench;
 
+constexpr size_t gridSize = 546 * 241 * 241;
+
 /// What the operations work on. Made once, and touched, so that no measurement pays for fresh pages.
 struct Bench
 {
@@ -19,6 +21,8 @@ struct Bench
     std::vector<float> tones = std::vector<float>(101 * 256, 100.0F);
     std::vector<uint32_t> offsets = std::vector<uint32_t>((width + 1) * static_cast<size_t>(height) + 1);
     std::vector<float> cube[3];
+    std::vector<float> curve = std::vector<float>(10001, 0.9F);
+    Pixels grid[3];
     uint32_t progress = 0;
 
     Bench()
@@ -27,6 +31,10 @@ struct Bench
             table.resize(256 * 256 * 256);
         }
         IM_SetDataLab(cube[0].data(), cube[1].data(), cube[2].data(), &progress);
+        for (Pixels& table : grid) {
+            table.resize(gridSize);
+        }
+        IM_SetDataRGB(grid[0].data(), grid[1].data(), grid[2].data(), &progress);
     }
 };
 
@@ -77,7 +85,6 @@ void addColours(Bench& b)
         auto* const table = static_cast<float*>(memory);
         IM_SetDataLab(table, table + cubeSize, table + 2 * cubeSize, &b.progress);
     });
-    constexpr size_t gridSize = 546 * 241 * 241;
     measureTables("IM_SetDataRGB", gridSize * 3, [&b](void* memory) {
         auto* const table = static_cast<uint8_t*>(memory);
         IM_SetDataRGB(table, table + gridSize, table + 2 * gridSize, &b.progress);
@@ -115,6 +122,44 @@ void addBlurs(Bench& b)
         });
     }
 }
+
+void addSharpening(Bench& b)
+{
+    uint8_t* const image = b.image.data();
+    const uint8_t* const source = b.source.data();
+    const uint8_t* const selection = b.selection.data();
+    IM_FlouGaussien99(b.scratch.data(), source, nullptr, width, height, 0, &b.progress);
+    const uint8_t* const softened = b.scratch.data();
+    measure("IM_Net", [=, &b] { IM_Net(image, source, softened, width, height, -30, &b.progress); });
+    measureBoth("IM_Accentuer", [=, &b](uint8_t only) {
+        IM_Accentuer(image, source, softened, selection, width, height, -30, only, &b.progress);
+    });
+    for (const bool grey : {false, true}) {
+        measure(grey ? "IM_HighPass, grey" : "IM_HighPass",
+                [=, &b] { IM_HighPass(image, source, softened, width, height, 40, 1, grey ? 1 : 0, &b.progress); });
+    }
+    measure("IM_Decal", [=, &b] { IM_Decal(image, source, width, height, 17, &b.progress); });
+    measureBoth("IM_Detail", [=, &b](uint8_t only) {
+        IM_Detail(image, source, softened, b.curve.data(), b.cube[0].data(), b.cube[1].data(), b.cube[2].data(),
+                  b.grid[0].data(), b.grid[1].data(), b.grid[2].data(), selection, width, height, 0, only, &b.progress);
+    });
+    measureBoth("IM_Seuil",
+                [=, &b](uint8_t only) { IM_Seuil(image, source, selection, width, height, 120, only, &b.progress); });
+    const std::pair<const char*, Blur*> crosses[] = {{"IM_ErosionRGB", IM_ErosionRGB},
+                                                     {"IM_DilatationRGB", IM_DilatationRGB}};
+    for (const auto& [name, cross] : crosses) {
+        Blur* const call = cross;
+        measureBoth(name, [=, &b](uint8_t only) { call(image, source, selection, width, height, only, &b.progress); });
+    }
+    measureBoth("IM_ErosionLAB_AB", [=, &b](uint8_t only) {
+        IM_ErosionLAB_AB(image, source, b.lab.data(), b.cube[1].data(), b.cube[2].data(), selection, width, height,
+                         only, &b.progress);
+    });
+    measureBoth("IM_Contour", [=, &b](uint8_t only) {
+        constexpr uint8_t goOn = 0;
+        IM_Contour(image, source, selection, width, height, 0, 0, 0, 255, 255, 255, 40, 0, only, &b.progress, &goOn);
+    });
+}
 } // namespace
 
 int main(int argc, char** argv)
@@ -123,5 +168,6 @@ int main(int argc, char** argv)
     addPoints(b);
     addColours(b);
     addBlurs(b);
+    addSharpening(b);
     return run(argc, argv);
 }

@@ -1,6 +1,7 @@
 // One run of an operation: what it is given and where its result goes.
 #pragma once
 
+#include "parameter.h"
 #include "picture.h"
 #include "progress.h"
 
@@ -14,7 +15,7 @@ namespace host
 class Job
 {
 public:
-    using Value = std::variant<double, bool, std::string, Picture>;
+    using Value = std::variant<double, bool, std::string, Colour, Picture>;
 
     explicit Job(Progress& watched) : progress(watched) {}
 
@@ -39,6 +40,7 @@ public:
     float number(const std::string& name) const { return static_cast<float>(get<double>(name)); }
     uint8_t flag(const std::string& name) const { return get<bool>(name) ? 1 : 0; }
     const std::string& choice(const std::string& name) const { return get<std::string>(name); }
+    Colour colour(const std::string& name) const { return get<Colour>(name); }
     const Picture& picture(const std::string& name) const { return get<Picture>(name); }
 
 private:

@@ -51,4 +51,5 @@ std::vector<std::string> similarNames(const std::string& name, const std::vector
 // One function a family, each in a file of its own.
 Family coreFamily();
 Family filtersFamily();
+Family sharpeningFamily();
 } // namespace host

@@ -1,8 +1,7 @@
 // Operations of the filters family: blurs.
 #include "failure.h"
+#include "filter_operation.h"
 #include "lab_tables.h"
-#include "lumivex.h"
-#include "operation.h"
 
 #include <algorithm>
 
@@ -10,21 +9,10 @@ namespace host
 {
 namespace
 {
-using KernelExport = int32_t(LUMIVEX_CALL*)(uint8_t*, const uint8_t*, const uint8_t*, int32_t, int32_t, uint8_t,
-                                            uint32_t*);
-
-Operation kernelBlur(const char* name, const char* exported, const char* summary, KernelExport function)
+Operation kernelBlur(const char* name, const char* exported, const char* summary, WindowExport function)
 {
-    return {.name = name,
-            .exported = exported,
-            .summary = summary,
-            .details = "The outermost pixels, half the kernel wide, stay as they are.",
-            .selecting = Selecting::byExport,
-            .closeUp = true,
-            .run = [function](Job& job) {
-                function(job.out(), job.in(), job.selection(), job.width(), job.height(), job.selectionOnly(),
-                         job.counter());
-            }};
+    return windowOperation(name, exported, summary, "The outermost pixels, half the kernel wide, stay as they are.",
+                           function);
 }
 
 using LabExport = int32_t(LUMIVEX_CALL*)(uint8_t*, const uint8_t*, const float*, const float*, const float*,
@@ -47,17 +35,31 @@ Operation labBlur(const char* name, const char* exported, const char* summary, L
                          job.height(), 0, job.counter());
             }};
 }
-
-void boxBlur(Job& job)
-{
-    const int32_t radius = job.whole("radius");
-    if (radius > std::min(job.width(), job.height()) / 2)
-        throw Failure("--radius: " + std::to_string(radius) + " is more than half of " + job.input.size());
-    Picture scratch(job.width(), job.height());
-    IM_Flou(job.out(), scratch.data(), job.selection(), job.width(), job.height(), radius, job.selectionOnly(),
-            job.flag("invert"));
-}
 } // namespace
+
+Operation windowOperation(const char* name, const char* exported, const char* summary, const char* details,
+                          WindowExport function)
+{
+    return {.name = name,
+            .exported = exported,
+            .summary = summary,
+            .details = details,
+            .selecting = Selecting::byExport,
+            .closeUp = true,
+            .run = [function](Job& job) {
+                function(job.out(), job.in(), job.selection(), job.width(), job.height(), job.selectionOnly(),
+                         job.counter());
+            }};
+}
+
+void boxBlur(Picture& image, int32_t radius, const Picture* selection, uint8_t invert)
+{
+    if (radius > std::min(image.width, image.height) / 2)
+        throw Failure("--radius: " + std::to_string(radius) + " is more than half of " + image.size());
+    Picture scratch(image.width, image.height);
+    IM_Flou(image.data(), scratch.data(), selection != nullptr ? selection->data() : nullptr, image.width, image.height,
+            radius, selection != nullptr ? 1 : 0, invert);
+}
 
 Family filtersFamily()
 {
@@ -73,7 +75,11 @@ Family filtersFamily()
                  .examples = {{"--radius 8"},
                               {"--radius 12 --selection selection.png"},
                               {"--radius 12 --selection selection.png --invert"}},
-                 .run = boxBlur},
+                 .run =
+                     [](Job& job) {
+                         const Picture* const selection = job.selectionPicture ? &*job.selectionPicture : nullptr;
+                         boxBlur(job.output, job.whole("radius"), selection, job.flag("invert"));
+                     }},
                 kernelBlur("gaussian-5", "IM_FlouGaussien", "Gaussian blur, 5 x 5 pixels", IM_FlouGaussien),
                 kernelBlur("gaussian-7", "IM_FlouGaussien77", "Gaussian blur, 7 x 7 pixels", IM_FlouGaussien77),
                 kernelBlur("gaussian-9", "IM_FlouGaussien99", "Gaussian blur, 9 x 9 pixels", IM_FlouGaussien99),

@@ -35,6 +35,7 @@ std::string Parameter::form() const
     case Kind::whole:
     case Kind::number: return shortest(low) + ".." + shortest(high);
     case Kind::choice: return joined(choices);
+    case Kind::colour: return "RRGGBB";
     case Kind::picture: return "PICTURE";
     case Kind::mask: return "MASK";
     case Kind::flag: break;
@@ -63,6 +64,17 @@ void Parameter::checkChoice(const std::string& text) const
         throw Failure("--" + name + ": '" + text + "' is none of " + joined(choices));
 }
 
+Colour Parameter::parseColour(const std::string& text) const
+{
+    // A # may stand before it, though shells take a word that begins with one for a comment.
+    const char* const first = text.data() + (text.rfind('#', 0) == 0 ? 1 : 0);
+    const char* const end = text.data() + text.size();
+    uint32_t value = 0;
+    if (end - first != 6 || std::from_chars(first, end, value, 16).ptr != end)
+        throw Failure("--" + name + ": '" + text + "' is not a colour of the form rrggbb");
+    return {static_cast<uint8_t>(value >> 16), static_cast<uint8_t>(value >> 8), static_cast<uint8_t>(value)};
+}
+
 Parameter whole(std::string name, int low, int high, int standard, std::string help)
 {
     return {std::move(name), Kind::whole, std::move(help), std::to_string(standard), double(low), double(high), {}};
@@ -76,6 +88,11 @@ Parameter number(std::string name, double low, double high, double standard, std
 Parameter choice(std::string name, std::vector<std::string> choices, std::string help)
 {
     return {std::move(name), Kind::choice, std::move(help), choices.front(), 0, 0, choices};
+}
+
+Parameter colour(std::string name, std::string standard, std::string help)
+{
+    return {std::move(name), Kind::colour, std::move(help), std::move(standard), 0, 0, {}};
 }
 
 Parameter flag(std::string name, std::string help)

@@ -1,12 +1,20 @@
 // What an operation can be told: name, kind, range, default, help. Command line, help and gallery read it from here.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
 namespace host
 {
-enum class Kind { whole, number, choice, flag, picture, mask };
+enum class Kind { whole, number, choice, colour, flag, picture, mask };
+
+struct Colour
+{
+    uint8_t red;
+    uint8_t green;
+    uint8_t blue;
+};
 
 struct Parameter
 {
@@ -28,12 +36,16 @@ struct Parameter
     double parseNumber(const std::string& text) const;
     // Fails when the text is none of the choices.
     void checkChoice(const std::string& text) const;
+    // The value of a colour. Fails when the text is not of the form rrggbb.
+    Colour parseColour(const std::string& text) const;
 };
 
 Parameter whole(std::string name, int low, int high, int standard, std::string help);
 Parameter number(std::string name, double low, double high, double standard, std::string help);
 // The first choice is the default.
 Parameter choice(std::string name, std::vector<std::string> choices, std::string help);
+// The default is written as the user would, rrggbb.
+Parameter colour(std::string name, std::string standard, std::string help);
 Parameter flag(std::string name, std::string help);
 // A second picture of the same size. The user has to give it.
 Parameter picture(std::string name, std::string help);

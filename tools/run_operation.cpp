@@ -83,6 +83,8 @@ Job::Value readValue(const Parameter& parameter, const Request& request, const P
     const std::string& text = request.texts.at(parameter.name);
     if (parameter.isNumeric())
         return parameter.parseNumber(text);
+    if (parameter.kind == Kind::colour)
+        return parameter.parseColour(text);
     if (parameter.isPicture())
         return readSameSize(text, parameter.kind == Kind::mask ? readMask : readPicture, input, request.input);
     parameter.checkChoice(text);

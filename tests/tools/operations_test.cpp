@@ -131,6 +131,33 @@ TEST_F(Operations, parametersReachTheLibrary)
     EXPECT_EQ(result("lab-channels in.png --channel b").bytes[8], 128);
 }
 
+TEST_F(Operations, sharpeningReachesTheLibrary)
+{
+    // One bright pixel in a picture high enough for the smallest kernel; next to it the softened copy is lighter.
+    Picture dot{7, 7, std::vector<uint8_t>(7 * 7 * 4, 100)};
+    for (size_t i = 0; i < 3; ++i)
+        dot.bytes[(3 * 7 + 3) * 4 + i] = 200;
+    writePng("in.png", dot);
+    const auto levels = [](const Picture& picture) {
+        return std::pair<int, int>{picture.bytes[(3 * 7 + 3) * 4], picture.bytes[(3 * 7 + 2) * 4]};
+    };
+    using Levels = std::pair<int, int>;
+    // 41 and 26 of 273 parts of the dot's 100.
+    EXPECT_EQ(levels(result("gaussian-5 in.png")), Levels(115, 109));
+    EXPECT_EQ(levels(result("unsharp in.png --blur gaussian-5")), Levels(255, 91));
+    EXPECT_EQ(levels(result("sharpen in.png --blur gaussian-5 --strength -1")), Levels(115, 109));
+    EXPECT_EQ(levels(result("sharpen in.png --blur average-5 --strength 2")), Levels(255, 92));
+    EXPECT_EQ(levels(result("high-pass in.png --blur gaussian-5 --amount 5")), Levels(85, 0));
+    EXPECT_EQ(levels(result("high-pass in.png --blur gaussian-5 --amount -15 --invert --grey")), Levels(255, 246));
+    EXPECT_EQ(levels(result("shift in.png --offset -101")), Levels(99, 0));
+    EXPECT_EQ(levels(result("threshold-grey in.png --threshold 101")), Levels(255, 0));
+    EXPECT_EQ(levels(result("erode in.png")), Levels(200, 0));
+    EXPECT_EQ(levels(result("dilate in.png")), Levels(200, 150));
+    const Picture edges = result("edge-map in.png --areas 0a0b0c --edges #ff0102");
+    EXPECT_EQ(pixelAt(edges, 3, 3), 0x640a0b0cu);
+    EXPECT_EQ(pixelAt(edges, 2, 3), 0x64ff0102u);
+}
+
 TEST_F(Operations, secondPicturesTakeTheirPlaces)
 {
     using Bytes = std::vector<uint8_t>;

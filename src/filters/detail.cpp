@@ -4,7 +4,6 @@
 #include "core/lab_cube.h"
 #include "core/lab_grid.h"
 #include "core/level.h"
-#include "core/lookup.h"
 #include "core/rows.h"
 
 #include <algorithm>
@@ -13,13 +12,31 @@ namespace lumivex::LUMIVEX_LEVEL
 {
 namespace
 {
-/// What the excess of the picture over its softened copy is stretched and lifted to.
-uint8_t liftedExcess(int difference)
+/// From this excess on everything is lifted to 255.
+constexpr int16_t largestExcess = 102;
+
+/// 287 - trunc(1.3 * (127 - excess)): 122 for no excess, 255 for the largest.
+template <class V>
+constexpr V lift(V excessOf)
 {
-    const auto stretched = static_cast<float>((difference - 127) * -1.3);
-    const int level = std::clamp(165 - static_cast<int>(stretched), 0, 255);
-    return static_cast<uint8_t>(level > 133 ? 255 : level + 122);
+    using Level = ElementOf<V>;
+    const V below = Level{127} - excessOf;
+    return Level{287} - below - (below * Level{77} >> Level{8});
 }
+
+/// What lift() stands for: 0.3 is close enough to 77 / 256 for every difference of two bytes.
+constexpr bool liftIsExact()
+{
+    for (int difference = 0; difference < 256; ++difference) {
+        const auto stretched = static_cast<float>((difference - 127) * -1.3);
+        const int level = std::clamp(165 - static_cast<int>(stretched), 0, 255);
+        if (lift(std::min<int>(difference, largestExcess)) != (level > 133 ? 255 : level + 122)) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(liftIsExact());
 
 /// Curves of factors, dense enough for 200 entries to each step of lightness: up to 50 they apply to lightness itself,
 /// from there on to what it lacks to white.
@@ -62,10 +79,12 @@ int32_t IM_Detail(uint8_t* destination, const uint8_t* image, const uint8_t* sof
     const LabCube cube{lightness, a, b};
     const RgbGrid grid{red, green, blue};
     const LightnessCurve newLightness(curve);
-    const ByteTable lifted = tabulate(liftedExcess);
+    const auto liftedExcess = [](auto level, auto soft) {
+        using V = decltype(level);
+        return lift(minimum(maximum(level - soft, V{}), splat<V>(largestExcess)));
+    };
     const auto indexOf = [&](auto, auto pixel, auto soft) {
-        const auto difference = byBytes([](auto more, auto less) { return excess(more, less); }, pixel, soft);
-        const auto contrast = gather(cube.l, cubeIndex(lookUp(lifted, difference)));
+        const auto contrast = gather(cube.l, cubeIndex(byWords(liftedExcess, pixel, soft)));
         auto colour = cube.at(pixel);
         colour.l = newLightness(contrast, colour.l);
         return RgbGrid::indexOf(colour);

@@ -1,16 +1,20 @@
 // What is shared behind the exports: exact powers, the conversions that no export shows, the choice of the level.
 #include "core/colour.h"
 #include "core/dispatch.h"
+#include "core/lab_grid.h"
 #include "core/power.h"
 #include "pictures.h"
 #include "plain.h"
 
+#include <algorithm>
 #include <bit>
 #include <cfenv>
 #include <cmath>
 #include <cstdlib>
 #include <gtest/gtest.h>
+#include <iterator>
 #include <limits>
+#include <vector>
 
 namespace
 {
@@ -168,4 +172,33 @@ TEST(Level, TheEnvironmentChoosesOnlyWhatIsThere)
     EXPECT_EQ(choose("sse9"), best);
     EXPECT_EQ(choose(""), best);
     before == nullptr ? unsetenv("LUMIVEX_LEVEL") : setenv("LUMIVEX_LEVEL", kept.c_str(), 1);
+}
+
+TEST(RgbGrid, EntriesOnBothSidesOfEveryStep)
+{
+    using namespace lumivex::base;
+    using Singles = Register<float>;
+    constexpr float infinity = std::numeric_limits<float>::infinity();
+    std::vector<float> lightness = {
+        -1, -0.0F, 100.5F, 3e38F, infinity, -infinity, std::numeric_limits<float>::quiet_NaN()};
+    for (int step = 0; step <= 1000; ++step) {
+        for (const float middle : {static_cast<float>(step / 5.0), static_cast<float>(step / 10.0)}) {
+            lightness.insert(lightness.end(), {std::nextafter(std::nextafter(middle, -1.0F), -1.0F),
+                                               std::nextafter(middle, -1.0F), middle, std::nextafter(middle, 999.0F)});
+        }
+    }
+    const float axes[] = {0, 0.99F, -0.99F, -119.99F, 120, 120.99F, 121, -1e9F, infinity, std::nanf("")};
+    support::Random random(35);
+    for (const float l : lightness) {
+        const float a = axes[random.below(std::size(axes))];
+        const float b = axes[random.below(std::size(axes))];
+        const double within = l > 0 ? std::min(double{l}, 100.0) : 0;
+        const int64_t step =
+            within < 91 ? plain::truncateInto(5 * within, 0, 454) : plain::truncateInto(10 * within, 0, 1000) - 455;
+        const int64_t wanted =
+            (step * 241 + plain::truncateInto(a, -120, 120) + 120) * 241 + plain::truncateInto(b, -120, 120) + 120;
+        EXPECT_EQ(RgbGrid::indexOf(LabLanes<float>{l, a, b}), wanted) << l << ' ' << a << ' ' << b;
+        const LabLanes<Singles> lanes{splat<Singles>(l), splat<Singles>(a), splat<Singles>(b)};
+        EXPECT_EQ(RgbGrid::indexOf(lanes)[1], wanted) << l << ' ' << a << ' ' << b;
+    }
 }

@@ -198,14 +198,24 @@ TEST(Detail, BothBranchesOfTheCurve)
     };
     const auto entry = [](int64_t step) { return ((step * 241 + 120) * 241 + 120) & indexBits; };
     for (size_t i = 0; i < tables.curve.size(); ++i) {
-        tables.curve[i] = static_cast<float>(i) / 10000;
+        tables.curve[i] = static_cast<float>(i) / 20000;
     }
-    EXPECT_EQ(entryAt(25), entry(5 * 20));              // half of 40
-    EXPECT_EQ(entryAt(49.999F), entry(5 * 39));         // entry 9999
-    EXPECT_EQ(entryAt(50), entry(5 * 40));              // 100 - 60
-    EXPECT_EQ(entryAt(75), entry(5 * 70));              // 100 - half of 60
+    EXPECT_EQ(entryAt(25), entry(5 * 10));              // a quarter of 40
+    EXPECT_EQ(entryAt(49.999F), entry(5 * 19));         // entry 9999
+    EXPECT_EQ(entryAt(50), entry(5 * 70));              // 100 - half of 60
+    EXPECT_EQ(entryAt(75), entry(5 * 85));              // 100 - a quarter of 60
     EXPECT_EQ(entryAt(100), entry(545));                // white
     EXPECT_EQ(entryAt(99.996F), entry(10 * 100 - 455)); // entry 0 too, which is truncated
+    // Just below every entry's lightness, and at it: products that single precision would round up.
+    for (size_t i = 0; i < tables.curve.size(); ++i) {
+        tables.curve[i] = static_cast<float>(i % 2);
+    }
+    for (int i = 1; i < 9999; i += 2) {
+        const auto at = static_cast<float>(i / 200.0);
+        const float below = std::nextafter(at, 0.0F);
+        ASSERT_EQ(entryAt(below), entry(below * 200.0 < i ? 0 : 5 * 40)) << i;
+        ASSERT_EQ(entryAt(at), entry(at * 200.0 < i ? 0 : 5 * 40)) << i;
+    }
 }
 
 TEST(Detail, AnyPlaneKeepsWithinTheTables)

@@ -1,15 +1,16 @@
-// Powers correctly rounded to single precision, by arithmetic on pairs of doubles. Usable in constant expressions.
+// Powers correctly rounded, by arithmetic on pairs of doubles. Usable in constant expressions.
 //
 // A pair (high, low) stands for the unevaluated sum of two doubles that do not overlap, about 106 bits. Sums and
 // products of pairs: Dekker, "A floating-point technique for extending the available precision" (1971); Knuth,
 // TAOCP 4.2.2. log2 by the inverse hyperbolic tangent, exp by its series, each to about 2^-90. A result closer than
 // 2^-72 to the middle between two floats is taken to be that middle exactly: a power that is not one comes so near once
-// in 2^47 cases.
+// in 2^47 cases. A result in double precision is that of the pair, rounded once.
 #pragma once
 
 #include <bit>
 #include <cstdint>
 #include <limits>
+#include <type_traits>
 
 namespace lumivex
 {
@@ -123,7 +124,7 @@ constexpr Pair exponential(Pair value)
 }
 
 /// value * 2^exponent rounded once to single precision, subnormal and infinite results included.
-constexpr float roundToSingle(Pair value, int exponent)
+constexpr float rounded(float /* precision */, Pair value, int exponent)
 {
     // Rounding to odd keeps what the low part knows in the last bit of the high one, 29 places below a float's.
     double odd = value.high;
@@ -135,23 +136,36 @@ constexpr float roundToSingle(Pair value, int exponent)
     return static_cast<float>(odd * powerOf2(exponent));
 }
 
+/// value * 2^exponent in double precision; subnormal results may be rounded twice.
+constexpr double rounded(double /* precision */, Pair value, int exponent)
+{
+    return value.high * powerOf2(exponent / 2) * powerOf2(exponent - exponent / 2);
+}
+
+/// Natural logarithms beyond which nothing of a type is left to round to.
+template <class Result>
+inline constexpr double largestLogarithm = std::is_same_v<Result, float> ? 104.0 : 720.0;
+template <class Result>
+inline constexpr double smallestLogarithm = std::is_same_v<Result, float> ? -120.0 : -760.0;
+
 /// base^exponent for a positive, finite base other than 1.
-constexpr float powerOfPositive(double base, double exponent)
+template <class Result>
+constexpr Result powerOfPositive(double base, double exponent)
 {
     const Pair log = logarithm(base);
-    // Beyond these no float is left to round to. Tested first, so that the pair product cannot overflow.
+    // Tested first, so that the pair product cannot overflow.
     const double estimate = log.high * exponent;
-    if (!(estimate < 104.0)) {
-        return std::numeric_limits<float>::infinity();
+    if (!(estimate < largestLogarithm<Result>)) {
+        return std::numeric_limits<Result>::infinity();
     }
-    if (estimate < -120.0) {
-        return 0.0f;
+    if (estimate < smallestLogarithm<Result>) {
+        return Result{0};
     }
     const Pair target = log * Pair{exponent, 0};
     const double scaled = target.high / ln2.high;
     const int whole = static_cast<int>(scaled < 0 ? scaled - 0.5 : scaled + 0.5);
     const Pair rest = target + Pair{-static_cast<double>(whole), 0} * ln2;
-    return roundToSingle(exponential(rest), whole);
+    return rounded(Result{}, exponential(rest), whole);
 }
 
 constexpr bool isWhole(double value)
@@ -166,29 +180,36 @@ constexpr bool isOdd(double value)
 }
 } // namespace exact
 
-/// base raised to exponent, correctly rounded to single precision; special cases as C's pow has them.
-constexpr float exactPowerToSingle(double base, double exponent)
+/// base raised to exponent, correctly rounded to float or double; special cases as C's pow has them.
+template <class Result>
+constexpr Result exactPower(double base, double exponent)
 {
-    constexpr float infinity = std::numeric_limits<float>::infinity();
+    constexpr Result infinity = std::numeric_limits<Result>::infinity();
     if (base == 1.0 || exponent == 0.0) {
-        return 1.0f;
+        return Result{1};
     }
     if (base != base || exponent != exponent) {
-        return std::numeric_limits<float>::quiet_NaN();
+        return std::numeric_limits<Result>::quiet_NaN();
     }
     const bool negative = (std::bit_cast<uint64_t>(base) >> 63) != 0;
     const double size = negative ? -base : base;
-    const float sign = negative && exact::isOdd(exponent) ? -1.0f : 1.0f;
+    const Result sign = negative && exact::isOdd(exponent) ? Result{-1} : Result{1};
     const bool exponentInfinite = exponent - exponent != 0.0;
     if (size == 0.0 || size - size != 0.0 || exponentInfinite) {
         if (size == 1.0) {
-            return 1.0f; // (-1) to an infinite power
+            return Result{1}; // (-1) to an infinite power
         }
-        return sign * ((size > 1.0) == (exponent > 0.0) ? infinity : 0.0f);
+        return sign * ((size > 1.0) == (exponent > 0.0) ? infinity : Result{0});
     }
     if (negative && !exact::isWhole(exponent)) {
-        return std::numeric_limits<float>::quiet_NaN();
+        return std::numeric_limits<Result>::quiet_NaN();
     }
-    return sign * (size == 1.0 ? 1.0f : exact::powerOfPositive(size, exponent));
+    return sign * (size == 1.0 ? Result{1} : exact::powerOfPositive<Result>(size, exponent));
+}
+
+/// The same in single precision.
+constexpr float exactPowerToSingle(double base, double exponent)
+{
+    return exactPower<float>(base, exponent);
 }
 } // namespace lumivex

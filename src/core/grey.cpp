@@ -1,7 +1,7 @@
 // Grey by fixed weights, and black and white through colour filters and a tone table.
 #include "core/level.h"
 #include "core/lookup.h"
-#include "core/rows.h"
+#include "core/tone.h"
 
 #include <cmath>
 #include <limits>
@@ -38,15 +38,6 @@ double filterFactor(float amount)
 {
     return static_cast<float>(1.0 - double{amount} / 51.0);
 }
-
-/// Makes clipped highlights red and clipped shadows blue.
-template <class P>
-P markClipped(P pixel)
-{
-    const P colour = pixel & colourBits;
-    const P marked = select(colour == colourBits, pixel & ~0x00ffffu, pixel);
-    return select(colour == 0u, marked | 0xffu, marked);
-}
 } // namespace
 
 int32_t IM_NB(uint8_t* destination, const uint8_t* source, const float* tone_table, const uint8_t* selection,
@@ -57,7 +48,7 @@ int32_t IM_NB(uint8_t* destination, const uint8_t* source, const float* tone_tab
     if (count == 0) {
         return height; // before the tone table is read
     }
-    const float* const tones = tone_table + truncateClamped(row, 0.0f, 100.0f) * 256;
+    const float* const tones = toneRow(tone_table, row);
     const ByteTable table = tabulate([=](int level) { return lowByte(double{tones[level]}); });
 
     const double kR = filterFactor(red_amount);
@@ -73,19 +64,8 @@ int32_t IM_NB(uint8_t* destination, const uint8_t* source, const float* tone_tab
         const auto sum = (B * kR * kG + G * kR * kB + R * kG * kB) / 3.0;
         return clampToByte(convert<float>(sum / norm));
     };
-    const auto toned = [&](auto old, auto pixel) {
-        return withColour(old, lookUp(table, greyPixel(byHalves(levelOf, pixel))));
-    };
-
-    const uint8_t* const mask = Selection(selection, selection_only).from(0);
-    if (clipping_warning == 0) {
-        mapSelected(mask, destination, count, toned, copyColour, source);
-    } else {
-        // Unselected pixels are marked too: that is meant.
-        const auto markedTone = [&](auto old, auto pixel) { return markClipped(toned(old, pixel)); };
-        const auto markedCopy = [&](auto old, auto pixel) { return markClipped(copyColour(old, pixel)); };
-        mapSelected(mask, destination, count, markedTone, markedCopy, source);
-    }
+    const auto toned = [&](auto pixel) { return lookUp(table, greyPixel(byHalves(levelOf, pixel))); };
+    mapTone({selection, selection_only}, clipping_warning != 0, destination, count, toned, source);
     return height;
 }
 } // namespace lumivex::LUMIVEX_LEVEL

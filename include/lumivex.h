@@ -258,6 +258,311 @@ LUMIVEX_API int32_t LUMIVEX_CALL ESSAI_Structure2(const float* values);
 LUMIVEX_API int32_t LUMIVEX_CALL BVL_Test(int32_t ignored);
 
 /* =====================================================================================================================
+ * adjust: tone tables
+ *
+ * Tables that the host builds once and passes to the functions below as often as it likes. They depend on nothing but
+ * their formulas. The builders take no picture, and ignore the argument called unused.
+ *
+ * The tone table: 101 rows of 256 floats; entry row * 256 + level is an output level on the scale 0..255, with its
+ * fraction. IM_Gamma and IM_NB read one row of it.
+ *
+ * The curve family: 256 rows of 256 bytes; entry row * 256 + level is an output level. IM_Courbes and IM_CourbesLab
+ * read it.
+ * ================================================================================================================== */
+
+/* Fills a tone table with power curves that change by the same factor from row to row.
+ *
+ *     gamma = (float)(10^(row / 50) / 10)        entry = (float)((level / 255)^(1 / gamma) * 255)
+ *
+ * table           101 * 256 floats. Row 50 is the identity; row 0 has the exponent 10 and is the darkest, row 100 has
+ *                 0.1 and is the brightest.
+ *
+ * Returns 25855, the index of the last entry. */
+LUMIVEX_API int32_t LUMIVEX_CALL IM_SetDataGamma(float* table, uint32_t unused);
+
+/* Fills a tone table with power curves whose gamma grows evenly: entry = (float)((level / 255)^(1 / gamma) * 255) with
+ * gamma = (float)(row / 100).
+ *
+ * table           101 * 256 floats. Row 100 is the identity; row 0 is 0 everywhere, level 255 included.
+ *
+ * Returns 25855, the index of the last entry. */
+LUMIVEX_API int32_t LUMIVEX_CALL IM_SetDataGammaSimple(float* table, uint32_t unused);
+
+/* Fills a fine ramp with one power curve: entry i = (float)(x^e) with x = (float)(i / 10000), e = (float)(1 / gamma).
+ *
+ * ramp            10001 floats, 0..1 for a positive gamma.
+ * gamma           1 is the identity; 0 counts as 1. Negative values give 1 and more, and infinity at 0.
+ *
+ * Returns 10001. */
+LUMIVEX_API int32_t LUMIVEX_CALL IM_SetDataGammaFixe(float* ramp, float gamma, uint32_t unused);
+
+/* Fills a bell of weights about the level 127: entry i = (float)exp((float)-((i - 127)^2 / 4000)).
+ *
+ * bell            256 floats. Entry 127, not 128, is 1: that is meant.
+ *
+ * Returns 256. */
+LUMIVEX_API int32_t LUMIVEX_CALL IM_SetDataCloche(float* bell, uint32_t unused);
+
+/* Fills the curve family: row m - 1, for m in 1..256, holds at each level
+ *     trunc((float)(x^e) * 255), clamped to 0..255, with x = (float)(level / 255), e = (float)(m / (256 - level)).
+ *
+ * family          256 * 256 bytes. All rows map 0 to 0 and 255 to 255. Low rows brighten, high rows darken; the
+ *                 exponent grows towards the top of the scale, and row 127 is near the identity about its middle.
+ *
+ * Returns 256. */
+LUMIVEX_API int32_t LUMIVEX_CALL IM_SetDataCourbe(uint8_t* family, uint32_t unused);
+
+/* =====================================================================================================================
+ * adjust: curves and levels
+ *
+ * destination     The picture to write. In place: yes.
+ * source          The picture to read.
+ * selection       Pixels that are not selected stay as they are. NULL is fine while selection_only is 0.
+ *
+ * Alpha is untouched.
+ * ================================================================================================================== */
+
+/* Curves: each channel through its own curve, then through the master curve.
+ *
+ * A curve is 256 rows of the family, one for each level: with family[row][level] short for its entry,
+ *     w = family[channel[v]][v]        result = family[master[w]][w]
+ *
+ * family          The curve family, 256 * 256 bytes.
+ * master, red, green, blue  256 rows each, 0..255.
+ * unused          Ignored.
+ *
+ * Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL IM_Courbes(uint8_t* destination, const uint8_t* source, const uint8_t* family,
+                                            const uint32_t* master, const uint32_t* red, const uint32_t* green,
+                                            const uint32_t* blue, uint32_t unused, const uint8_t* selection,
+                                            int32_t width, int32_t height, uint8_t selection_only);
+
+/* Curves in L*a*b*, through the Lab cube and the grid.
+ *
+ * Lightness goes through the formula of the curve family, not through its bytes: with Lc = L clamped to 0..100 and
+ * m = lightness_rows[trunc(L * 2.55)] + 1 clamped to 1..256, each step rounded to float,
+ *     L' = (Lc / 100)^(m / (256 - 2.55 * Lc)) * 100, clamped to 0..100.
+ * a and b go through the bytes: with k = trunc((v + 120) * 255 / 240) clamped to 0..255,
+ *     v' = (float)(family[rows[k]][k] * 240 / 255 - 120).
+ * The pixel becomes the grid's colour at L', a' and b', each truncated to the grid, so that even neutral curves change
+ * some pixels a little.
+ *
+ * lightness, a, b   The Lab cube.
+ * red, green, blue  The RGB-from-Lab grid.
+ * family            The curve family, 256 * 256 bytes.
+ * lightness_rows    256 rows; values above 255 count as 255, but 4294967295 counts as 0.
+ * a_rows, b_rows    256 rows each, 0..255.
+ * unused            Ignored.
+ *
+ * Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL IM_CourbesLab(uint8_t* destination, const uint8_t* source, const float* lightness,
+                                               const float* a, const float* b, const uint8_t* red, const uint8_t* green,
+                                               const uint8_t* blue, const uint8_t* family,
+                                               const uint32_t* lightness_rows, const uint32_t* a_rows,
+                                               const uint32_t* b_rows, uint32_t unused, const uint8_t* selection,
+                                               int32_t width, int32_t height, uint8_t selection_only);
+
+/* Levels: stretches what lies between an input black and white, bends it by a gamma, and squeezes it between an output
+ * black and white; each channel's own levels first, the master's second.
+ *
+ *     in = 0 below input black, 255 above input white, else trunc((v - black) * (float)(255 / (white - black)))
+ *     bent = trunc((in / 255)^(1 / gamma) * 255)
+ *     out = trunc(bent * (output white - output black) / 255 + output black)
+ * with in, bent and out clamped to 0..255.
+ *
+ * gammas          256 doubles: the gamma for a grey that stands at 0..255 between black and white. The entry used is
+ *                 the low byte of trunc((grey - black) / (white - black) * 255).
+ * master, red, green, blue  Five numbers each: input black, grey and white, output black and white. Levels of 0..255
+ *                 with black below white make sense; all others give some picture.
+ *
+ * Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL IM_Niveau(uint8_t* destination, const uint8_t* source, const double* gammas,
+                                           const int32_t* master, const int32_t* red, const int32_t* green,
+                                           const int32_t* blue, const uint8_t* selection, int32_t width, int32_t height,
+                                           uint8_t selection_only);
+
+/* One table for all channels: blue, green and red become table[v].
+ *
+ * table           256 bytes.
+ *
+ * Takes no selection. Size test: product. Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL IM_NiveauPlus(uint8_t* destination, const uint8_t* source, const uint8_t* table,
+                                               int32_t width, int32_t height);
+
+/* =====================================================================================================================
+ * adjust: brightness, contrast, gamma
+ *
+ * A tone T gives a new level, not rounded, for each level v of blue, green and red. IM_BrillanceContraste and IM_Gamma
+ * apply it in one of two ways:
+ *
+ * plainly         trunc(T[v]), clamped to 0..255.
+ * guided          only with guided and selection_only both not 0: the tone is mixed with the source by a weight w,
+ *                 trunc(T[v] * w + v * (1 - w)), clamped. w is (float)((i / 255)^1.4) with i the blue byte of the
+ * weight image where its alpha is not 0, and 1 elsewhere. It is halved unless each of blue, green and red differs by
+ * less than the tolerance from the source's pixel at (x, y).
+ *
+ * destination     The picture to write. In place: yes.
+ * source          The picture to read.
+ * selection       Pixels that are not selected get the source's colour. NULL is fine while selection_only is 0.
+ * weights         The weight image: a picture of the same size. NULL is fine unless the call is guided.
+ * tolerance       0..255; with 0 no pixel is similar.
+ * x, y            The picked pixel. Outside the picture no pixel is similar.
+ * guided          Not 0: guided, if selection_only is not 0 too.
+ * clipping_warning  Not 0: pixels that come out white are shown pure red, black ones pure blue, selected or not.
+ *
+ * Alpha is untouched. Size test: product.
+ * ================================================================================================================== */
+
+/* Brightness and contrast about the level 127: T[v] = (float)((v - 127) * (float)(contrast / 50) + 127 + brightness).
+ *
+ * brightness      Any number, rounded to float; -255..255 makes sense.
+ * contrast        50 is neutral, 0 is flat, 100 doubles the distance from 127, negative values invert.
+ *
+ * Returns 1, also when it did nothing. */
+LUMIVEX_API int32_t LUMIVEX_CALL IM_BrillanceContraste(uint8_t* destination, const uint8_t* source,
+                                                       const uint8_t* selection, const uint8_t* weights,
+                                                       uint8_t tolerance, int32_t x, int32_t y, int32_t width,
+                                                       int32_t height, int32_t brightness, float contrast,
+                                                       uint8_t selection_only, uint8_t guided,
+                                                       uint8_t clipping_warning);
+
+/* The tone of IM_BrillanceContraste for the whole picture, with histograms of what comes out.
+ *
+ * To each histogram the value t of each pixel, before it is clamped, adds 1 in the bin trunc(t), if that is 0..255 and
+ * trunc(t + 0.5) is the same number: values with a fraction of 0.5 or more, above 255 or down from -1 are not counted.
+ * That is meant. In the end all bins of all histograms are multiplied by
+ *     (float)(scale * 60 / (width * height)),
+ * also when there are no pixels.
+ *
+ * unused, unused2  Ignored.
+ * mean             256 floats, added to: t is (float)((T[blue] + T[green] + T[red]) / 3).
+ * red, green, blue  256 floats each, added to: t is T[v]. The host clears all four before the call.
+ * scale            1 gives each bin its share of the pixels times 60.
+ *
+ * Returns 1. */
+LUMIVEX_API int32_t LUMIVEX_CALL IM_BrillanceContrasteH(uint8_t* destination, const uint8_t* source, uint32_t unused,
+                                                        int32_t width, int32_t height, int32_t brightness,
+                                                        float contrast, uint32_t unused2, float* mean, float* red,
+                                                        float* green, float* blue, float scale);
+
+/* Gamma through a tone table: T is the table's row.
+ *
+ * tone_table      101 rows of 256 floats, from IM_SetDataGamma or IM_SetDataGammaSimple. Only one row is read.
+ * row             Clamped to 0..100 and truncated.
+ *
+ * Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL IM_Gamma(uint8_t* destination, const uint8_t* source, const float* tone_table,
+                                          const uint8_t* selection, const uint8_t* weights, uint8_t tolerance,
+                                          int32_t x, int32_t y, int32_t width, int32_t height, float row,
+                                          uint8_t selection_only, uint8_t guided, uint8_t clipping_warning);
+
+/* =====================================================================================================================
+ * adjust: histograms and equalisation
+ *
+ * Equalisation, in order: IM_GetTabBrillance makes a table from the picture; IM_GetEqualiser computes the equalised
+ * picture and mixes it with the source; IM_Equaliser mixes the two again for every further strength, at a fraction of
+ * the cost. The source, the equalised picture and the selection stay the same in between.
+ * ================================================================================================================== */
+
+/* Counts the levels of a picture.
+ *
+ * image           The picture to read; alpha is not looked at.
+ * red, green, blue  256 counters each. They are added to, never cleared, and wrap at 2^32.
+ *
+ * Size test: product. Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL IM_GetDataHisto(const uint8_t* image, uint32_t* red, uint32_t* green, uint32_t* blue,
+                                                 int32_t width, int32_t height);
+
+/* Counts the levels of a picture and of its grey, (green + red + blue) / 3 in integers.
+ *
+ * image           The picture to read; alpha is not looked at.
+ * grey, red, green, blue  256 counters each. They are added to, never cleared, and wrap at 2^32.
+ * largest         Receives the largest signed value that a grey counter had after it was raised, but at least 0: the
+ *                 largest count among the bins that occur in the picture.
+ *
+ * Size test: product; largest is set to 0 even so. Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL IM_GetDataHistoChance(const uint8_t* image, uint32_t* grey, uint32_t* red,
+                                                       uint32_t* green, uint32_t* blue, int32_t width, int32_t height,
+                                                       int32_t* largest);
+
+/* Makes the table that equalises a picture's lightness.
+ *
+ * The lightness of each pixel counts in the bin trunc(L * 2.55), so that white counts in 254. Entry k is the share of
+ * the pixels in the bins 0..k, times 255: each bin times (float)(255 / (width * height)), plus the one before, rounded
+ * to float, and truncated in the end; at most 255.
+ *
+ * source          The picture to read; alpha is not looked at.
+ * lightness       The L table of the Lab cube. Values outside 0..100 count in the nearest bin.
+ * table           256 bytes to fill. A picture without pixels gives zeros.
+ *
+ * Size test: product. Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL IM_GetTabBrillance(const uint8_t* source, const float* lightness, uint8_t* table,
+                                                    int32_t width, int32_t height);
+
+/* Equalises lightness and mixes the result with the source.
+ *
+ * The equalised colour is the grid's at L' = (float)(table[trunc(L * 2.55)] * 100 / 255) and the pixel's own a and b,
+ * each truncated to the grid. The destination gets, for blue, green and red,
+ *     trunc(equalised * f + source * (1 - f)), clamped to 0..255, with f = (float)(strength / 100).
+ *
+ * destination     The picture to write. In place: yes.
+ * source          The picture to read.
+ * equalised       A second picture to write: the equalised colours. It must be neither of the other two.
+ * lightness, a, b   The Lab cube.
+ * red, green, blue  The RGB-from-Lab grid.
+ * selection       Pixels that are not selected stay as they are in both pictures. NULL is fine while selection_only is
+ *                 0.
+ * table           256 bytes, from IM_GetTabBrillance or the host's own.
+ * strength        Percent: 0 gives the source, 100 the equalised picture; any other number extrapolates.
+ * progress        Chapter 6.
+ *
+ * Alpha is untouched in both. Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL IM_GetEqualiser(uint8_t* destination, const uint8_t* source, uint8_t* equalised,
+                                                 const float* lightness, const float* a, const float* b,
+                                                 const uint8_t* red, const uint8_t* green, const uint8_t* blue,
+                                                 const uint8_t* selection, int32_t width, int32_t height,
+                                                 const uint8_t* table, int32_t strength, uint8_t selection_only,
+                                                 uint32_t* progress);
+
+/* Mixes the source and its equalised picture, exactly as IM_GetEqualiser does.
+ *
+ * destination     The picture to write. In place: yes.
+ * source          The picture that was equalised.
+ * equalised       The picture that IM_GetEqualiser made of it.
+ * selection       Pixels that are not selected stay as they are. NULL is fine while selection_only is 0.
+ * strength        Percent, as there.
+ * progress        Chapter 6.
+ *
+ * Alpha is untouched. Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL IM_Equaliser(uint8_t* destination, const uint8_t* source, const uint8_t* equalised,
+                                              const uint8_t* selection, int32_t width, int32_t height, int32_t strength,
+                                              uint8_t selection_only, uint32_t* progress);
+
+/* =====================================================================================================================
+ * adjust: colour balance
+ * ================================================================================================================== */
+
+/* Shifts L*a*b*, through the Lab cube and the grid.
+ *
+ * L, a and b plus their shifts, each rounded to float and clamped to what the grid covers (0..100, -120..120), are
+ * truncated to the grid. With shifts of 0 the picture changes a little all the same.
+ *
+ * destination     The picture to write. In place: yes.
+ * source          The picture to read.
+ * lightness, a, b   The Lab cube.
+ * red, green, blue  The RGB-from-Lab grid.
+ * selection       Pixels that are not selected get the source's colour. NULL is fine while selection_only is 0.
+ * lightness_shift, a_shift, b_shift  Any numbers; a grows from green to red, b from blue to yellow.
+ * progress        Chapter 6.
+ *
+ * Alpha is untouched. Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL IM_Balance(uint8_t* destination, const uint8_t* source, const float* lightness,
+                                            const float* a, const float* b, const uint8_t* red, const uint8_t* green,
+                                            const uint8_t* blue, const uint8_t* selection, int32_t width,
+                                            int32_t height, int32_t lightness_shift, int32_t a_shift, int32_t b_shift,
+                                            uint8_t selection_only, uint32_t* progress);
+
+/* =====================================================================================================================
  * filters: blurs
  *
  * The fixed kernels weigh the square of (2k + 1) x (2k + 1) pixels round each pixel: the sum of weight * byte, divided

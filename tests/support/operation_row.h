@@ -28,5 +28,6 @@ Operation operation(const char* name, Function* library, Function* plainly, Pass
 Parameters drawOffset(Random& random, const Job& job);
 
 // The rows of a family that has a file of its own.
+std::vector<Operation> adjustOperations();
 std::vector<Operation> sharpeningOperations();
 } // namespace support

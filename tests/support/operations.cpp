@@ -1,4 +1,5 @@
 // The list of picture operations.
+#include "invented.h"
 #include "operation_row.h"
 
 #include <algorithm>
@@ -11,21 +12,6 @@ namespace
 {
 constexpr float infinity = std::numeric_limits<float>::infinity();
 constexpr float notANumber = std::numeric_limits<float>::quiet_NaN();
-
-/// Tone levels with fractions, some of them beyond a byte on either side.
-const float* toneTable()
-{
-    static const std::vector<float> table = [] {
-        Random random(101);
-        std::vector<float> tones(101 * 256);
-        for (float& tone : tones) {
-            tone = random.below(4) == 0 ? random.oneOf({0.0F, 255.0F, 254.99F, -0.5F})
-                                        : static_cast<float>(random.between(-300, 600));
-        }
-        return tones;
-    }();
-    return table.data();
-}
 
 Parameters drawBlackAndWhite(Random& random, const Job&)
 {
@@ -82,8 +68,8 @@ std::vector<Operation> list()
             "IM_NB", IM_NB, plain::IM_NB,
             [](auto f, const Job& j) {
                 const Parameters& p = j.parameters;
-                return f(j.image, j.source, toneTable(), j.mask, j.width, j.height, p.reals[0], p.reals[1], p.reals[2],
-                         p.reals[3], j.selectionOnly, p.flag);
+                return f(j.image, j.source, inventedTones(), j.mask, j.width, j.height, p.reals[0], p.reals[1],
+                         p.reals[2], p.reals[3], j.selectionOnly, p.flag);
             },
             {.excluded = Excluded::copied, .productTest = true}, drawBlackAndWhite),
         operation(
@@ -147,8 +133,10 @@ const std::vector<Operation>& operations()
 {
     static const std::vector<Operation> all = [] {
         std::vector<Operation> rows = list();
-        for (Operation& row : sharpeningOperations()) {
-            rows.push_back(std::move(row));
+        for (auto* const family : {adjustOperations, sharpeningOperations}) {
+            for (Operation& row : family()) {
+                rows.push_back(std::move(row));
+            }
         }
         return rows;
     }();

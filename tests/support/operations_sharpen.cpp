@@ -1,30 +1,13 @@
 // The rows of sharpening, morphology and edges.
+#include "invented.h"
 #include "operation_row.h"
 
-#include <algorithm>
 #include <limits>
 
 namespace support
 {
 namespace
 {
-/// A table that ends where its memory does.
-template <class Value>
-class Table
-{
-public:
-    template <class Draw>
-    Table(size_t count, uint64_t seed, Draw draw) : memory(count * sizeof(Value), Place::end)
-    {
-        Random random(seed);
-        std::generate_n(data(), count, [&] { return draw(random); });
-    }
-    Value* data() { return static_cast<Value*>(static_cast<void*>(memory.data())); }
-
-private:
-    Guarded memory;
-};
-
 const float* inventedCurve()
 {
     static Table<float> curve(10001, 11, [](Random& random) {
@@ -32,14 +15,6 @@ const float* inventedCurve()
                                     : static_cast<float>(random.between(0, 1.3));
     });
     return curve.data();
-}
-
-/// One channel of a grid of noise.
-template <uint64_t seed>
-const uint8_t* inventedGrid()
-{
-    static Table<uint8_t> grid(546 * 241 * 241, seed, [](Random& r) { return static_cast<uint8_t>(r.next()); });
-    return grid.data();
 }
 
 /// Records of four floats for the pixels of a job, the last of them where its memory ends.

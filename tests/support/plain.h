@@ -34,6 +34,10 @@ uint32_t labToRgb(Lab colour);
 float powerToSingle(double base, double exponent);
 /// The same by arbitrary precision alone.
 float powerByMpfr(double base, double exponent);
+/// Correctly rounded to double precision.
+double powerToDouble(double base, double exponent);
+/// e to the power of exponent, correctly rounded to single precision.
+float exponentialToSingle(double exponent);
 
 constexpr uint32_t pack(int red, int green, int blue)
 {

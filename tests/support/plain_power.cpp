@@ -40,4 +40,30 @@ float powerToSingle(double base, double exponent)
     const float high = static_cast<float>(power * (1 + 0x1p-49));
     return low == high && std::isnormal(low) ? low : powerByMpfr(base, exponent);
 }
+
+double powerToDouble(double base, double exponent)
+{
+    mpfr_t x;
+    mpfr_t y;
+    mpfr_inits2(53, x, y, static_cast<mpfr_ptr>(nullptr));
+    mpfr_set_d(x, base, MPFR_RNDN);
+    mpfr_set_d(y, exponent, MPFR_RNDN);
+    mpfr_pow(x, x, y, MPFR_RNDN);
+    const double result = mpfr_get_d(x, MPFR_RNDN);
+    mpfr_clears(x, y, static_cast<mpfr_ptr>(nullptr));
+    return result;
+}
+
+float exponentialToSingle(double exponent)
+{
+    mpfr_t x;
+    mpfr_t result;
+    mpfr_init2(x, 53);
+    mpfr_init2(result, 24);
+    mpfr_set_d(x, exponent, MPFR_RNDN);
+    mpfr_exp(result, x, MPFR_RNDN);
+    const float single = mpfr_get_flt(result, MPFR_RNDN);
+    mpfr_clears(x, result, static_cast<mpfr_ptr>(nullptr));
+    return single;
+}
 } // namespace plain

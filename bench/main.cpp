@@ -19,6 +19,9 @@ struct Bench
     Pixels scratch = source;
     std::vector<float> lab = std::vector<float>(static_cast<size_t>(pixelCount) * 4);
     std::vector<float> tones = std::vector<float>(101 * 256, 100.0F);
+    std::vector<uint8_t> family = std::vector<uint8_t>(256 * 256);
+    std::vector<uint32_t> rows = std::vector<uint32_t>(256, 120);
+    std::vector<float> bins = std::vector<float>(4 * 256);
     std::vector<uint32_t> offsets = std::vector<uint32_t>((width + 1) * static_cast<size_t>(height) + 1);
     std::vector<float> cube[3];
     std::vector<float> curve = std::vector<float>(10001, 0.9F);
@@ -88,6 +91,93 @@ void addColours(Bench& b)
     measureTables("IM_SetDataRGB", gridSize * 3, [&b](void* memory) {
         auto* const table = static_cast<uint8_t*>(memory);
         IM_SetDataRGB(table, table + gridSize, table + 2 * gridSize, &b.progress);
+    });
+}
+
+void addToneTables(Bench& b)
+{
+    const auto fill = [](const std::string& name, size_t bytes, auto build) {
+        measureTables(name, bytes, [=](void* memory) { build(memory); });
+    };
+    const auto floats = [](void* memory) { return static_cast<float*>(memory); };
+    fill("IM_SetDataGamma", 101 * 256 * 4, [=](void* memory) { IM_SetDataGamma(floats(memory), 0); });
+    fill("IM_SetDataGammaSimple", 101 * 256 * 4, [=](void* memory) { IM_SetDataGammaSimple(floats(memory), 0); });
+    fill("IM_SetDataGammaFixe", 10001 * 4, [=](void* memory) { IM_SetDataGammaFixe(floats(memory), 2.2F, 0); });
+    fill("IM_SetDataCloche", 256 * 4, [=](void* memory) { IM_SetDataCloche(floats(memory), 0); });
+    fill("IM_SetDataCourbe", 256 * 256, [](void* memory) { IM_SetDataCourbe(static_cast<uint8_t*>(memory), 0); });
+    IM_SetDataCourbe(b.family.data(), 0);
+}
+
+void addTones(Bench& b)
+{
+    uint8_t* const image = b.image.data();
+    const uint8_t* const source = b.source.data();
+    const uint8_t* const selection = b.selection.data();
+    const uint32_t* const rows = b.rows.data();
+    measureBoth("IM_Courbes", [=, &b](uint8_t only) {
+        IM_Courbes(image, source, b.family.data(), rows, rows, rows, rows, 0, selection, width, height, only);
+    });
+    measureBoth("IM_Niveau", [=](uint8_t only) {
+        static const std::vector<double> gammas(256, 1.3);
+        constexpr int32_t levels[] = {10, 100, 240, 5, 250};
+        IM_Niveau(image, source, gammas.data(), levels, levels, levels, levels, selection, width, height, only);
+    });
+    measure("IM_NiveauPlus", [=, &b] { IM_NiveauPlus(image, source, b.family.data(), width, height); });
+    for (const uint8_t guided : {uint8_t{0}, uint8_t{1}}) {
+        const std::string suffix = guided != 0 ? ", guided" : ", selection";
+        const auto tone = [=, &b](uint8_t only) {
+            IM_Gamma(image, source, b.tones.data(), selection, source, 40, 2000, 1500, width, height, 60, only, guided,
+                     guided);
+        };
+        const auto contrast = [=](uint8_t only) {
+            IM_BrillanceContraste(image, source, selection, source, 40, 2000, 1500, width, height, 10, 60, only, guided,
+                                  guided);
+        };
+        if (guided == 0) {
+            measure("IM_Gamma", [=] { tone(0); });
+            measure("IM_BrillanceContraste", [=] { contrast(0); });
+        }
+        measure("IM_Gamma" + suffix, [=] { tone(1); });
+        measure("IM_BrillanceContraste" + suffix, [=] { contrast(1); });
+    }
+    measure("IM_BrillanceContrasteH", [=, &b] {
+        float* const bins = b.bins.data();
+        IM_BrillanceContrasteH(image, source, 0, width, height, 10, 60, 0, bins, bins + 256, bins + 512, bins + 768, 1);
+    });
+}
+
+void addHistograms(Bench& b)
+{
+    uint8_t* const image = b.image.data();
+    const uint8_t* const source = b.source.data();
+    const uint8_t* const selection = b.selection.data();
+    static std::vector<uint32_t> counters(4 * 256);
+    static std::vector<uint8_t> table(256);
+    uint32_t* const counts = counters.data();
+    measure("IM_GetDataHisto", [=] { IM_GetDataHisto(source, counts, counts + 256, counts + 512, width, height); });
+    measure("IM_GetDataHistoChance", [=] {
+        int32_t largest = 0;
+        IM_GetDataHistoChance(source, counts, counts + 256, counts + 512, counts + 768, width, height, &largest);
+    });
+    measure("IM_GetTabBrillance",
+            [=, &b] { IM_GetTabBrillance(source, b.cube[0].data(), table.data(), width, height); });
+    measureBoth("IM_GetEqualiser", [=, &b](uint8_t only) {
+        IM_GetEqualiser(image, source, b.scratch.data(), b.cube[0].data(), b.cube[1].data(), b.cube[2].data(),
+                        b.grid[0].data(), b.grid[1].data(), b.grid[2].data(), selection, width, height, table.data(),
+                        70, only, &b.progress);
+    });
+    measureBoth("IM_Equaliser", [=, &b](uint8_t only) {
+        IM_Equaliser(image, source, b.scratch.data(), selection, width, height, 70, only, &b.progress);
+    });
+    measureBoth("IM_Balance", [=, &b](uint8_t only) {
+        IM_Balance(image, source, b.cube[0].data(), b.cube[1].data(), b.cube[2].data(), b.grid[0].data(),
+                   b.grid[1].data(), b.grid[2].data(), selection, width, height, 3, -8, 12, only, &b.progress);
+    });
+    measureBoth("IM_CourbesLab", [=, &b](uint8_t only) {
+        const uint32_t* const rows = b.rows.data();
+        IM_CourbesLab(image, source, b.cube[0].data(), b.cube[1].data(), b.cube[2].data(), b.grid[0].data(),
+                      b.grid[1].data(), b.grid[2].data(), b.family.data(), rows, rows, rows, 0, selection, width,
+                      height, only);
     });
 }
 
@@ -167,6 +257,9 @@ int main(int argc, char** argv)
     Bench b;
     addPoints(b);
     addColours(b);
+    addToneTables(b);
+    addTones(b);
+    addHistograms(b);
     addBlurs(b);
     addSharpening(b);
     return run(argc, argv);

@@ -15,7 +15,7 @@ namespace host
 class Job
 {
 public:
-    using Value = std::variant<double, bool, std::string, Colour, Picture>;
+    using Value = std::variant<double, bool, std::string, Colour, std::vector<Point>, Picture>;
 
     explicit Job(Progress& watched) : progress(watched) {}
 
@@ -41,6 +41,7 @@ public:
     uint8_t flag(const std::string& name) const { return get<bool>(name) ? 1 : 0; }
     const std::string& choice(const std::string& name) const { return get<std::string>(name); }
     Colour colour(const std::string& name) const { return get<Colour>(name); }
+    const std::vector<Point>& points(const std::string& name) const { return get<std::vector<Point>>(name); }
     const Picture& picture(const std::string& name) const { return get<Picture>(name); }
 
 private:

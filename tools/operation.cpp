@@ -27,7 +27,7 @@ size_t editDistance(const std::string& a, const std::string& b)
 
 const std::vector<Family>& families()
 {
-    static const std::vector<Family> all = {coreFamily(), filtersFamily(), sharpeningFamily()};
+    static const std::vector<Family> all = {coreFamily(), adjustFamily(), filtersFamily(), sharpeningFamily()};
     return all;
 }
 

@@ -31,7 +31,8 @@ struct Operation
     std::vector<Parameter> parameters = {};
     Selecting selecting = Selecting::byHost;
     bool takesPicture = true;
-    bool closeUp = false; // the gallery shows a part enlarged, because the whole would not show the difference
+    bool closeUp = false;   // the gallery shows a part enlarged, because the whole would not show the difference
+    bool histogram = false; // the gallery shows what it does to the histograms
     std::vector<Example> examples = {Example{}};
     std::function<void(Job&)> run = {};
 };
@@ -50,6 +51,7 @@ std::vector<std::string> similarNames(const std::string& name, const std::vector
 
 // One function a family, each in a file of its own.
 Family coreFamily();
+Family adjustFamily();
 Family filtersFamily();
 Family sharpeningFamily();
 } // namespace host

@@ -5,23 +5,21 @@
 #include "operation.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
-#include <numeric>
 
 namespace host
 {
 namespace
 {
-// The library reads one row of the tone table. Until the user can choose a curve it is the one that changes nothing.
 void blackAndWhite(Job& job)
 {
-    std::array<float, 256> unchanged;
-    std::iota(unchanged.begin(), unchanged.end(), 0.0f);
-    IM_NB(job.out(), job.in(), unchanged.data(), job.selection(), job.width(), job.height(), job.number("red"),
-          job.number("green"), job.number("blue"), 0, job.selectionOnly(), job.flag("clipping-warning"));
+    std::vector<float> tones(101 * 256);
+    IM_SetDataGamma(tones.data(), 0);
+    IM_NB(job.out(), job.in(), tones.data(), job.selection(), job.width(), job.height(), job.number("red"),
+          job.number("green"), job.number("blue"), job.number("row"), job.selectionOnly(),
+          job.flag("clipping-warning"));
 }
 
 // The export turns the shape itself into the cut-out.
@@ -113,15 +111,16 @@ Family coreFamily()
                      IM_Gris(job.out(), job.selection(), job.width(), job.height(), job.selectionOnly(), job.counter());
                  }},
             {.name = "black-and-white",
-             .exported = "IM_NB",
+             .exported = "IM_NB, IM_SetDataGamma",
              .summary = "Black and white as through a coloured filter",
              .details = "A larger amount makes its colour lighter; all 0 is the plain mean of the three.",
              .parameters = {number("red", -200, 50, 0, "Weight of red"),
                             number("green", -200, 50, 0, "Weight of green"),
                             number("blue", -200, 50, 0, "Weight of blue"),
+                            number("row", 0, 100, 50, "Row of the tone table: lower is darker, 50 changes nothing"),
                             flag("clipping-warning", "Paint what became white red, what became black blue")},
              .selecting = Selecting::byExport,
-             .examples = {{"--red 30"}, {"--blue 30"}, {"--red 40 --clipping-warning"}},
+             .examples = {{"--red 30"}, {"--blue 30 --row 60"}, {"--red 40 --clipping-warning"}},
              .run = blackAndWhite},
             {.name = "brightness",
              .exported = "IM_Brillance",

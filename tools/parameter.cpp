@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <charconv>
 #include <cmath>
+#include <optional>
 #include <sstream>
 #include <utility>
 
@@ -18,6 +19,16 @@ std::string shortest(double value)
     std::ostringstream text;
     text << value;
     return text.str();
+}
+
+// The number that a text is, all of it.
+std::optional<double> finiteNumber(const std::string& text)
+{
+    double value = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, error] = std::from_chars(text.data(), end, value);
+    const bool whole = stop == end && error == std::errc{} && std::isfinite(value);
+    return whole ? std::optional(value) : std::nullopt;
 }
 
 std::string joined(const std::vector<std::string>& words)
@@ -36,6 +47,7 @@ std::string Parameter::form() const
     case Kind::number: return shortest(low) + ".." + shortest(high);
     case Kind::choice: return joined(choices);
     case Kind::colour: return "RRGGBB";
+    case Kind::points: return high == 1 ? "X,Y" : "\"X,Y X,Y ...\"";
     case Kind::picture: return "PICTURE";
     case Kind::mask: return "MASK";
     case Kind::flag: break;
@@ -45,17 +57,14 @@ std::string Parameter::form() const
 
 double Parameter::parseNumber(const std::string& text) const
 {
-    double value = 0;
-    const char* end = text.data() + text.size();
-    const auto [stop, error] = std::from_chars(text.data(), end, value);
-    if (stop != end || error == std::errc::invalid_argument)
+    const std::optional<double> value = finiteNumber(text);
+    if (!value)
         throw Failure("--" + name + ": '" + text + "' is not a number");
-    if (kind == Kind::whole && value != std::trunc(value))
+    if (kind == Kind::whole && *value != std::trunc(*value))
         throw Failure("--" + name + ": '" + text + "' is not a whole number");
-    // Written so that not-a-number is out of range too.
-    if (error == std::errc::result_out_of_range || !(value >= low && value <= high))
+    if (*value < low || *value > high)
         throw Failure("--" + name + ": " + text + " is out of range, " + shortest(low) + " to " + shortest(high));
-    return value;
+    return *value;
 }
 
 void Parameter::checkChoice(const std::string& text) const
@@ -75,14 +84,33 @@ Colour Parameter::parseColour(const std::string& text) const
     return {static_cast<uint8_t>(value >> 16), static_cast<uint8_t>(value >> 8), static_cast<uint8_t>(value)};
 }
 
+std::vector<Point> Parameter::parsePoints(const std::string& text) const
+{
+    std::vector<Point> found;
+    std::istringstream words(text);
+    for (std::string word; words >> word;) {
+        const size_t comma = std::min(word.find(','), word.size());
+        const auto x = finiteNumber(word.substr(0, comma));
+        const auto y = finiteNumber(word.substr(std::min(comma + 1, word.size())));
+        if (!x || !y)
+            throw Failure("--" + name + ": '" + word + "' is not a point of the form x,y");
+        found.push_back({*x, *y});
+    }
+    const auto count = static_cast<double>(found.size());
+    if (count < low || count > high)
+        throw Failure("--" + name + ": " + shortest(count) + " points, where " + shortest(low) + " to " +
+                      shortest(high) + " are wanted");
+    return found;
+}
+
 Parameter whole(std::string name, int low, int high, int standard, std::string help)
 {
-    return {std::move(name), Kind::whole, std::move(help), std::to_string(standard), double(low), double(high), {}};
+    return {std::move(name), Kind::whole, std::move(help), std::to_string(standard), double(low), double(high)};
 }
 
 Parameter number(std::string name, double low, double high, double standard, std::string help)
 {
-    return {std::move(name), Kind::number, std::move(help), shortest(standard), low, high, {}};
+    return {std::move(name), Kind::number, std::move(help), shortest(standard), low, high};
 }
 
 Parameter choice(std::string name, std::vector<std::string> choices, std::string help)
@@ -92,21 +120,31 @@ Parameter choice(std::string name, std::vector<std::string> choices, std::string
 
 Parameter colour(std::string name, std::string standard, std::string help)
 {
-    return {std::move(name), Kind::colour, std::move(help), std::move(standard), 0, 0, {}};
+    return {std::move(name), Kind::colour, std::move(help), std::move(standard), 0, 0};
+}
+
+Parameter points(std::string name, size_t least, size_t most, std::string standard, std::string help)
+{
+    return {std::move(name), Kind::points, std::move(help), std::move(standard), double(least), double(most)};
 }
 
 Parameter flag(std::string name, std::string help)
 {
-    return {std::move(name), Kind::flag, std::move(help), "", 0, 0, {}};
+    return {std::move(name), Kind::flag, std::move(help), "", 0, 0};
 }
 
 Parameter picture(std::string name, std::string help)
 {
-    return {std::move(name), Kind::picture, std::move(help), "", 0, 0, {}};
+    return {std::move(name), Kind::picture, std::move(help), "", 0, 0, {}, true};
+}
+
+Parameter optionalPicture(std::string name, std::string help)
+{
+    return {std::move(name), Kind::picture, std::move(help), "", 0, 0};
 }
 
 Parameter mask(std::string name, std::string help)
 {
-    return {std::move(name), Kind::mask, std::move(help), "", 0, 0, {}};
+    return {std::move(name), Kind::mask, std::move(help), "", 0, 0, {}, true};
 }
 } // namespace host

@@ -7,7 +7,7 @@
 
 namespace host
 {
-enum class Kind { whole, number, choice, colour, flag, picture, mask };
+enum class Kind { whole, number, choice, colour, points, flag, picture, mask };
 
 struct Colour
 {
@@ -16,15 +16,22 @@ struct Colour
     uint8_t blue;
 };
 
+struct Point
+{
+    double x;
+    double y;
+};
+
 struct Parameter
 {
     std::string name;
     Kind kind;
     std::string help;
-    std::string standard; // the default as the user would type it; empty for flags and pictures
+    std::string standard; // the default as the user would type it; empty for flags and pictures, and for no points
     double low = 0;
     double high = 0;
-    std::vector<std::string> choices;
+    std::vector<std::string> choices = {};
+    bool required = false;
 
     bool isNumeric() const { return kind == Kind::whole || kind == Kind::number; }
     bool isPicture() const { return kind == Kind::picture || kind == Kind::mask; }
@@ -38,6 +45,8 @@ struct Parameter
     void checkChoice(const std::string& text) const;
     // The value of a colour. Fails when the text is not of the form rrggbb.
     Colour parseColour(const std::string& text) const;
+    // The points of a text like "0,0 64,50". Fails when a word is none, or their number is not between low and high.
+    std::vector<Point> parsePoints(const std::string& text) const;
 };
 
 Parameter whole(std::string name, int low, int high, int standard, std::string help);
@@ -46,9 +55,13 @@ Parameter number(std::string name, double low, double high, double standard, std
 Parameter choice(std::string name, std::vector<std::string> choices, std::string help);
 // The default is written as the user would, rrggbb.
 Parameter colour(std::string name, std::string standard, std::string help);
+// From `least` to `most` points, written "x,y x,y".
+Parameter points(std::string name, size_t least, size_t most, std::string standard, std::string help);
 Parameter flag(std::string name, std::string help);
 // A second picture of the same size. The user has to give it.
 Parameter picture(std::string name, std::string help);
+// The same, but if the user gives none it is transparent everywhere.
+Parameter optionalPicture(std::string name, std::string help);
 // The same, read as a mask (see readMask).
 Parameter mask(std::string name, std::string help);
 } // namespace host

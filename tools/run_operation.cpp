@@ -41,7 +41,7 @@ void addParameter(CLI::App& app, const Parameter& parameter, Request& request)
         return;
     }
     std::string& text = request.texts[parameter.name] = parameter.standard;
-    app.add_option(option, text, describe(parameter))->type_name(parameter.form())->required(parameter.isPicture());
+    app.add_option(option, text, describe(parameter))->type_name(parameter.form())->required(parameter.required);
 }
 
 std::optional<std::string> parse(const Operation& operation, const std::vector<std::string>& arguments,
@@ -85,6 +85,10 @@ Job::Value readValue(const Parameter& parameter, const Request& request, const P
         return parameter.parseNumber(text);
     if (parameter.kind == Kind::colour)
         return parameter.parseColour(text);
+    if (parameter.kind == Kind::points)
+        return parameter.parsePoints(text);
+    if (parameter.isPicture() && text.empty())
+        return Picture(input.width, input.height);
     if (parameter.isPicture())
         return readSameSize(text, parameter.kind == Kind::mask ? readMask : readPicture, input, request.input);
     parameter.checkChoice(text);

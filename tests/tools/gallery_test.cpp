@@ -13,9 +13,10 @@ std::vector<std::string> commandsOn(const std::string& page)
 {
     std::vector<std::string> commands = between(page, "<code>", "</code>");
     for (std::string& command : commands)
-        for (const std::string tag : {"<span>", "</span>"})
-            for (size_t at = command.find(tag); at != std::string::npos; at = command.find(tag))
-                command.erase(at, tag.size());
+        for (const auto& [code, text] :
+             std::map<std::string, std::string>{{"<span>", ""}, {"</span>", ""}, {"&quot;", "\""}})
+            for (size_t at = command.find(code); at != std::string::npos; at = command.find(code))
+                command.replace(at, code.size(), text);
     return commands;
 }
 
@@ -38,6 +39,8 @@ TEST_F(Gallery, commandsMakeItsPictures)
         EXPECT_EQ(run(command.substr(8)).status, 0) << command;
         operations.insert(command.substr(8, command.find(' ', 8) - 8));
     }
+    for (const std::string& file : between(page, "<img class=\"histogram\" loading=\"lazy\" src=\"", "-histogram.png"))
+        EXPECT_EQ(run("histogram " + file + ".png -o " + file + "-histogram.png").status, 0);
     const auto again = folderContents();
     std::filesystem::current_path("../gallery");
     auto gallery = folderContents();

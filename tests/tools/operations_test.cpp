@@ -158,6 +158,44 @@ TEST_F(Operations, sharpeningReachesTheLibrary)
     EXPECT_EQ(pixelAt(edges, 2, 3), 0x64ff0102u);
 }
 
+TEST_F(Operations, adjustmentsReachTheLibrary)
+{
+    // Where a product falls just short of a whole number it is truncated. Blue, green and red of a dark, a middle and a
+    // light pixel.
+    writePng("in.png", Picture{3, 1, {10, 20, 30, 40, 100, 128, 140, 40, 200, 220, 250, 40}});
+    using Bytes = std::vector<uint8_t>;
+    EXPECT_EQ(result("levels in.png --black 20 --white 220").bytes,
+              (Bytes{0, 0, 12, 40, 102, 137, 152, 40, 229, 254, 255, 40}));
+    EXPECT_EQ(result("levels in.png --black 0 --white 255 --output-black 50 --output-white 50 --channel red").bytes,
+              (Bytes{10, 20, 50, 40, 100, 128, 50, 40, 200, 220, 50, 40}));
+    // Curves are met to within what the rows of the family leave.
+    const Picture bent = result(R"(curves in.png --curve "0,0 255,255" --blue "100,110 200,190" --green 0,128)");
+    EXPECT_NEAR(bent.bytes[4], 110, 1);
+    EXPECT_NEAR(bent.bytes[8], 190, 1);
+    EXPECT_NEAR(bent.bytes[5], 128, 1);
+    EXPECT_EQ(bent.bytes[6], 140);
+    EXPECT_EQ(result("gamma in.png --row 100 --rows even"), readPng("in.png"));
+    EXPECT_EQ(result("gamma in.png --row 50").bytes[4], 100);
+    EXPECT_EQ(result("gamma in.png --row 0 --rows even --clipping-warning").bytes,
+              (Bytes{255, 0, 0, 40, 255, 0, 0, 40, 255, 0, 0, 40}));
+    // All of the effect on the picked colour, half of it on others; the weight is blue where it is opaque.
+    EXPECT_EQ(result("brightness-contrast in.png --brightness 40 --contrast 50 --pick 1,0 --tolerance 9").bytes,
+              (Bytes{30, 40, 50, 40, 140, 168, 180, 40, 220, 240, 255, 40}));
+    writePng("weight.png", Picture{3, 1, {0, 9, 9, 255, 0, 9, 9, 0, 0, 9, 9, 255}});
+    EXPECT_EQ(result("gamma in.png --row 0 --rows even --pick 1,0 --weight weight.png").bytes,
+              (Bytes{10, 20, 30, 40, 0, 0, 0, 40, 200, 220, 250, 40}));
+    const Picture equalised = result("equalise in.png --strength 100");
+    const Picture strips = result("equalise in.png --strength 100 --strips 3");
+    EXPECT_EQ(pixelAt(strips, 2, 0), pixelAt(equalised, 2, 0));
+    EXPECT_NE(pixelAt(strips, 1, 0), pixelAt(equalised, 1, 0));
+    EXPECT_EQ(result("equalise-channels in.png").bytes[10], 255);
+    EXPECT_EQ(result("balance in.png --lightness 100 --a 0 --b 0").bytes[3], 40);
+    const std::string counts = run("histogram in.png -o out.png --print").output;
+    EXPECT_NE(counts.find("\n20 1 0 1 0\n"), std::string::npos) << counts;
+    EXPECT_EQ(result("contrast-histograms in.png").height, 1 + result("histogram in.png").height);
+    EXPECT_EQ(result("tone-table --table ramp --gamma 1"), result("tone-table --table ramp --gamma 1.0001"));
+}
+
 TEST_F(Operations, secondPicturesTakeTheirPlaces)
 {
     using Bytes = std::vector<uint8_t>;

@@ -5,7 +5,7 @@
 #include <cstdlib>
 #include <fcntl.h>
 #include <fstream>
-#include <iterator>
+#include <iomanip>
 #include <png.h>
 #include <sstream>
 #include <stdexcept>
@@ -22,7 +22,9 @@ constexpr size_t anySize = RLIM_INFINITY;
 pid_t launch(const std::string& arguments, size_t largestFile, const char* output, const char* errors)
 {
     std::istringstream stream(arguments);
-    std::vector<std::string> words{std::istream_iterator<std::string>(stream), {}};
+    std::vector<std::string> words;
+    for (std::string word; stream >> std::quoted(word);)
+        words.push_back(word);
     std::vector<char*> values{const_cast<char*>(LUMIVEX_PROGRAM)};
     for (std::string& word : words)
         values.push_back(word.data());

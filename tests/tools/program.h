@@ -18,7 +18,7 @@ struct Result
     std::string errors;
 };
 
-// The arguments are split at spaces.
+// The arguments are split at spaces outside double quotes.
 Result run(const std::string& arguments);
 // Starts it and does not wait; it may write files of that many bytes at most.
 pid_t start(const std::string& arguments, size_t largestFile);

@@ -5,11 +5,12 @@
 #include "files/output_file.h"
 #include "files/picture_file.h"
 #include "gallery/page.h"
+#include "histogram.h"
 #include "operation.h"
 #include "run_operation.h"
 #include "scene/scene.h"
 
-#include <iterator>
+#include <iomanip>
 #include <sstream>
 
 namespace host
@@ -19,10 +20,21 @@ namespace
 // Smaller pictures do not hold the radii of the examples.
 constexpr int32_t smallestSide = 64;
 
+// As a shell would split them, double quotes included.
 std::vector<std::string> words(const std::string& text)
 {
     std::istringstream stream(text);
-    return {std::istream_iterator<std::string>(stream), {}};
+    std::vector<std::string> all;
+    for (std::string word; stream >> std::quoted(word);)
+        all.push_back(word);
+    return all;
+}
+
+std::string writeHistogram(const std::string& of)
+{
+    const std::string name = std::filesystem::path(of).stem().string() + "-histogram.png";
+    writePicture(name, drawHistograms(countLevels(readPicture(of))));
+    return name;
 }
 
 Shown runExample(const Operation& operation, const Example& example, size_t number, bool quiet)
@@ -34,6 +46,10 @@ Shown runExample(const Operation& operation, const Example& example, size_t numb
                                   (example.arguments.empty() ? "" : " " + example.arguments);
     shown.command = "lumivex " + operation.name + " " + arguments;
     shown.report = runOperation(operation, words(arguments + (quiet ? " --quiet" : "")));
+    if (operation.histogram) {
+        shown.inputHistogram = writeHistogram(shown.input);
+        shown.outputHistogram = writeHistogram(shown.output);
+    }
     return shown;
 }
 

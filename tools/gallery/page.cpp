@@ -3,6 +3,7 @@
 
 #include "lumivex.h"
 
+#include <algorithm>
 #include <sstream>
 
 namespace host
@@ -41,6 +42,7 @@ figure { margin: 0; }
   background-size: 20px 20px; }
 .frame img { display: block; width: 100%; height: auto; }
 .enlarged img { image-rendering: pixelated; transform: scale(4); transform-origin: 69.5% 78%; }
+.histogram { display: block; width: 100%; margin-top: 5px; border-radius: 5px; }
 figcaption { font-size: 0.78rem; color: var(--quiet); margin-top: 5px; }
 code { display: block; margin-top: 7px; padding: 8px 11px; border-radius: 5px; background: var(--page);
   font: 0.83rem/1.5 ui-monospace, "SF Mono", Menlo, Consolas, monospace; }
@@ -66,11 +68,17 @@ std::string escaped(const std::string& text)
     return safe;
 }
 
-std::string figure(const std::string& file, const std::string& words, bool enlarged, const std::string& more = "")
+std::string histogramImage(const std::string& file)
+{
+    return file.empty() ? "" : "<img class=\"histogram\" loading=\"lazy\" src=\"" + escaped(file) + "\" alt=\"\">";
+}
+
+std::string figure(const std::string& file, const std::string& words, bool enlarged, const std::string& histogram = "",
+                   const std::string& more = "")
 {
     return "<figure><a class=\"frame" + std::string(enlarged ? " enlarged" : "") + "\" href=\"" + escaped(file) +
-           "\"><img loading=\"lazy\" src=\"" + escaped(file) + "\" alt=\"" + escaped(file) + "\"></a><figcaption>" +
-           escaped(words) + "</figcaption>" + more + "</figure>\n";
+           "\"><img loading=\"lazy\" src=\"" + escaped(file) + "\" alt=\"" + escaped(file) + "\"></a>" +
+           histogramImage(histogram) + "<figcaption>" + escaped(words) + "</figcaption>" + more + "</figure>\n";
 }
 
 // A long command breaks before an option, not inside it nor before its value.
@@ -78,8 +86,10 @@ std::string commandLine(const std::string& command)
 {
     std::string html = "<code><span>";
     std::istringstream stream(command);
+    bool quoted = false;
     for (std::string word, previous; stream >> word; previous = word) {
-        const bool value = !previous.empty() && previous[0] == '-' && word[0] != '-';
+        const bool value = quoted || (!previous.empty() && previous[0] == '-' && word[0] != '-');
+        quoted ^= std::count(word.begin(), word.end(), '"') % 2 == 1;
         html += (previous.empty() ? "" : value ? " " : "</span> <span>") + escaped(word);
     }
     return html + "</span></code>";
@@ -95,13 +105,13 @@ std::string card(const ShownOperation& shown)
         // What several examples start from is shown once.
         if (example.input != before) {
             before = example.input;
-            figures += figure(before, "Before: " + before + part, operation.closeUp);
+            figures += figure(before, "Before: " + before + part, operation.closeUp, example.inputHistogram);
             ++count;
         }
         std::string more = commandLine(example.command);
         if (!example.report.empty())
             more += "<p class=\"report\">" + escaped(example.report) + "</p>";
-        figures += figure(example.output, example.output + part, operation.closeUp, more);
+        figures += figure(example.output, example.output + part, operation.closeUp, example.outputHistogram, more);
         ++count;
     }
     return "<article id=\"" + operation.name + "\">\n<header><h3>" + escaped(operation.name) +

@@ -16,6 +16,8 @@ struct Shown
     std::string output;
     std::string command;
     std::string report;
+    std::string inputHistogram; // files; empty if none are shown
+    std::string outputHistogram;
 };
 
 struct ShownOperation

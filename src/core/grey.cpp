@@ -2,6 +2,7 @@
 #include "core/level.h"
 #include "core/lookup.h"
 #include "core/tone.h"
+#include "core/weighted_grey.h"
 
 #include <cmath>
 #include <limits>
@@ -13,12 +14,7 @@ int32_t IM_Gris(uint8_t* image, const uint8_t* selection, int32_t width, int32_t
 {
     const Target picture{image, {width, height}};
     const Selection selected(selection, selection_only);
-    // The weights add up to 1000, so no grey exceeds 255.
-    const auto toGrey = [](auto pixel) {
-        const auto sum = red(pixel) * 222u + green(pixel) * 707u + blue(pixel) * 71u;
-        return withColour(pixel, greyPixel(quotient<1000, 255'000>(sum)));
-    };
-    mapRows(picture, selected, Progress(progress, height), toGrey, keepPixel);
+    mapRows(picture, selected, Progress(progress, height), weightedGrey, keepPixel);
     return height;
 }
 

@@ -777,6 +777,163 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_Contour(uint8_t* destination, const uint8_t*
                                             uint8_t invert, uint8_t use_selection, uint32_t* progress,
                                             const uint8_t* stop);
 
+/* =====================================================================================================================
+ * seam: content-aware resizing
+ *
+ * A vertical seam is one pixel of each row, those of neighbouring rows at most one column apart. Narrowing a picture by
+ * its cheapest seams, or doubling them, keeps what stands out. The library does single steps; the host calls them in
+ * order, decides how many, and keeps every buffer from the first step to the last. For horizontal seams it passes
+ * transposed buffers.
+ *
+ *     narrower  SC_Gris on a copy, SC_EnergyMap, SC_SeamMap; then for each seam SC_SeamMapBack or SC_SeamMapBackShow,
+ *               last_column reduced by 1, SC_SeamMapUpDate
+ *     wider     SC_Gris on a copy, SC_EnergyMap, SC_SeamMap; then for each seam SC_ExpandBack, SC_ExpandUpDate; at last
+ *               SC_PopulateData or SC_PopulateSeam
+ *
+ * Maps are arrays of 32-bit numbers, one a pixel, with rows of `stride`: the width at the start, also while less and
+ * less of it is in use. Cell (x, y) is number y * stride + x. The energy map E says what a seam pays for a pixel; a
+ * negative energy attracts. The cumulative map C says what the cheapest seam from row 0 to a cell pays in all. Sums,
+ * differences, products and absolute values of this family wrap at 32 bits.
+ *
+ * map             The cumulative map.
+ * energy          The energy map.
+ * weight          W, of the forward costs. 0 seeks the seams of least energy alone; more shuns seams at whose sides
+ *                 unlike energies would meet. Any number.
+ * stride          Cells in a row of the maps, and pixels in a row of the pictures that go with them.
+ * passed          Handed back and not looked at.
+ * last_column     L, the width in use minus 1: from 0 to stride - 1. Below 0 the maps are left alone.
+ * last_row        B, the height minus 1. Below 0 the maps are left alone.
+ * end             The column where a seam meets the last row.
+ * start           The column where it meets row 0.
+ *
+ * The host's own columns are trusted: 0 to last_column, but for what SC_SeamMapUpDate and SC_ExpandUpDate clamp.
+ * ================================================================================================================== */
+
+/* Weighted grey in all three channels: (222 * red + 707 * green + 71 * blue) / 1000, in integers. IM_Gris without
+ * selection and progress.
+ *
+ * image           The picture, changed in place: a copy of the one to resize.
+ *
+ * Alpha is untouched. Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL SC_Gris(uint8_t* image, int32_t width, int32_t height);
+
+/* The energy of each pixel, from the gradient of its 3 x 3 greys and what the host has painted on it: with gx the right
+ * column of greys minus the left, and gy the lower row minus the upper,
+ *     E = |gx| + |gy| + 3 * protect - 20 * remove
+ *
+ * energy          The energy map to write, with rows of width.
+ * grey            What SC_Gris made; its blue bytes are read.
+ * guide           A picture: green protects, red removes, each 0..255. May be grey itself, for its blue.
+ *
+ * The outer rows and columns get no energy but the grey of the next pixel inside, whatever the guide says there; the
+ * four corners are not written. With a width or height below 3 nothing is. Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL SC_EnergyMap(int32_t* energy, const uint8_t* grey, const uint8_t* guide, int32_t width,
+                                              int32_t height);
+
+/* The cumulative map of columns 0 to last_column, and the cheapest seam's end:
+ *     C(x, 0) = E(x, 0)
+ *     C(x, y) = E(x, y) + min(C(x-1, y-1) + W * (|E(x, y-1) - E(x-1, y)| + a),
+ *                             C(x, y-1) + W * a,
+ *                             C(x+1, y-1) + W * (|E(x, y-1) - E(x+1, y)| + a))    a = |E(x+1, y) - E(x-1, y)|
+ *
+ * map             Written.
+ * end             Becomes the column of the leftmost minimum of the last row. When no cell of that row is below
+ *                 2000000 it stays as it was: a host that sets it beforehand sees that no seam was found.
+ * ignored         Not looked at.
+ *
+ * What lies outside columns 0..last_column is no candidate. The forward costs count as 0 in column 0 and in column
+ * stride - 1; last_column in between has a neighbour to the right, what earlier removals have left there. Returns
+ * passed. */
+LUMIVEX_API int32_t LUMIVEX_CALL SC_SeamMap(int32_t* map, const int32_t* energy, uint32_t* end, uint32_t ignored,
+                                            int32_t weight, int32_t stride, int32_t passed, int32_t last_column,
+                                            int32_t last_row);
+
+/* Computes the part of the cumulative map again that the removal of a seam is taken to have changed.
+ *
+ * That is a band of columns lo..hi which starts as the seam's column in row 0. Row 0 stays. In each row after it
+ *     lo = max(lo - step, 0)    hi = min(hi + 1, last_column)
+ * C(lo..hi, y) is computed as in SC_SeamMap, and the band gets narrower, with v = C(hi+1, y):
+ *     lo + 1 when lo > 1 and C(hi, y) or C(hi-1, y) is below v
+ *     hi - 1 when hi < last_column - 1 and C(hi+2, y) or C(hi+3, y) is below v
+ * Both look at the right end, and at the cells that follow in memory even where the row ends: that is meant.
+ *
+ * end             As in SC_SeamMap.
+ * start           What SC_SeamMapBack stored; clamped to 0..last_column.
+ * last_column     Already without the seam.
+ * step            By how much the band widens to the left in each row. More is dearer, and closer to a new SC_SeamMap.
+ *
+ * A band without columns computes nothing in that row. Returns passed. */
+LUMIVEX_API int32_t LUMIVEX_CALL SC_SeamMapUpDate(int32_t* map, const int32_t* energy, uint32_t* end,
+                                                  const uint32_t* start, int32_t weight, int32_t stride, int32_t passed,
+                                                  int32_t last_column, int32_t last_row, int32_t step);
+
+/* The same after SC_ExpandBack: C(start, 0) is taken from the energy map first, and step is 1.
+ *
+ * start           Entry (0, number) of the seam table; clamped to 0..last_column.
+ *
+ * Returns passed. */
+LUMIVEX_API int32_t LUMIVEX_CALL SC_ExpandUpDate(int32_t* map, const int32_t* energy, uint32_t* end, int32_t start,
+                                                 int32_t weight, int32_t stride, int32_t passed, int32_t last_column,
+                                                 int32_t last_row);
+
+/* Follows a seam up from its end and removes it: in each row the cells right of it, up to last_column, move one place
+ * to the left in the image, the companion and both maps. Cell last_column keeps its old content.
+ *
+ * From (x, y) the seam goes to the least of C(x-1, y-1), C(x, y-1) and C(x+1, y-1), as far as they lie in
+ * 0..last_column; of equal ones to x, then x+1, then x-1. (The forward choice would be x+1, x, x-1.)
+ *
+ * image           The picture, with rows of stride; all four bytes of its pixels move.
+ * companion       Another such picture that has to stay aligned with it, for instance the guide.
+ * map, energy     Both changed.
+ * end             What SC_SeamMap or SC_SeamMapUpDate stored.
+ * start           Becomes the seam's column in row 0; with last_row below 0, end.
+ *
+ * Returns passed. */
+LUMIVEX_API int32_t LUMIVEX_CALL SC_SeamMapBack(uint8_t* image, uint8_t* companion, int32_t* map, uint8_t* energy,
+                                                uint32_t end, uint32_t* start, int32_t stride, int32_t passed,
+                                                int32_t last_column, int32_t last_row);
+
+/* The same, and in each row where something moved the pixel of the image right of the seam's place becomes pure red,
+ * its alpha untouched. Returns passed. */
+LUMIVEX_API int32_t LUMIVEX_CALL SC_SeamMapBackShow(uint8_t* image, uint8_t* companion, int32_t* map, uint8_t* energy,
+                                                    uint32_t end, uint32_t* start, int32_t stride, int32_t passed,
+                                                    int32_t last_column, int32_t last_row);
+
+/* Follows a seam up from its end as SC_SeamMapBack does, and records it: nothing moves. Each of its pixels gets 10
+ * dearer, the one in the last row 1010, so that the next seam goes another way.
+ *
+ * seams           The seam table: count columns for each row; entry (y, k) is number y * count + k.
+ * count           Seams to insert in all.
+ * energy          Changed.
+ * passed          As wide as a pointer; its low 32 bits are returned.
+ * number          The seam's number, 0 to count - 1. With last_row below 0 its entry of row 0 becomes end.
+ *
+ * Returns passed. */
+LUMIVEX_API int32_t LUMIVEX_CALL SC_ExpandBack(uint32_t* seams, uint32_t count, const int32_t* map, uint32_t* energy,
+                                               int32_t end, int32_t stride, intptr_t passed, int32_t last_column,
+                                               int32_t last_row, uint32_t number);
+
+/* Inserts the recorded seams: each of their pixels is doubled, what lies right of it moves one place to the right, and
+ * the left one of the two becomes the mean of its neighbours, truncated, for blue, green and red.
+ *
+ * seams           The seam table, full.
+ * count           Its columns.
+ * counters        One number a pixel with rows of columns, set to 0 by the host. Becomes how often each pixel was
+ *                 doubled; what is there before counts too.
+ * image           The picture to widen, its rows already row_length pixels apart: columns of picture, and room.
+ * columns         The width before: the counters' stride.
+ * row_length      The width after, columns + count.
+ *
+ * Several seams through one pixel insert means of means to its left. Pixels of column 0 are doubled and not mixed.
+ * Pixel row_length - 1 is never written, though the last pixel of the picture belongs there: the host puts it there
+ * beforehand. Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL SC_PopulateData(const uint32_t* seams, int32_t count, int32_t* counters,
+                                                 uint8_t* image, int32_t columns, int32_t height, int32_t row_length);
+
+/* The same with yellow in place of the means. Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL SC_PopulateSeam(const uint32_t* seams, int32_t count, int32_t* counters,
+                                                 uint8_t* image, int32_t columns, int32_t height, int32_t row_length);
+
 #ifdef __cplusplus
 }
 #endif

@@ -90,7 +90,7 @@ std::vector<Operation> list()
                       return f(j.source, static_cast<float*>(static_cast<void*>(j.image)), j.width, j.height,
                                j.progress);
                   },
-                  {.inPlace = false, .hasProgress = true, .bytesPerPixel = 16}),
+                  {.inPlace = false, .hasProgress = true, .bytesPerPixel = 16, .aligned = true}),
         operation("IM_FlouGaussien", IM_FlouGaussien, plain::IM_FlouGaussien, passKernel, kernelTraits(2)),
         operation("IM_FlouGaussien77", IM_FlouGaussien77, plain::IM_FlouGaussien77, passKernel, kernelTraits(3)),
         operation("IM_FlouGaussien99", IM_FlouGaussien99, plain::IM_FlouGaussien99, passKernel, kernelTraits(4)),
@@ -108,6 +108,15 @@ std::vector<Operation> list()
                          j.parameters.flag);
             },
             {.excluded = Excluded::kept, .returns = 10}, drawRadius),
+        operation("SC_Gris", SC_Gris, plain::SC_Gris,
+                  [](auto f, const Job& j) { return f(j.image, j.width, j.height); }, {}),
+        // The scratch picture is the guide.
+        operation("SC_EnergyMap", SC_EnergyMap, plain::SC_EnergyMap,
+                  [](auto f, const Job& j) {
+                      auto* const energy = static_cast<int32_t*>(static_cast<void*>(j.image));
+                      return f(energy, j.source, j.scratch, j.width, j.height);
+                  },
+                  {.inPlace = false, .writesAlpha = true, .aligned = true}),
     };
 }
 } // namespace

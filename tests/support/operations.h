@@ -44,6 +44,8 @@ struct Traits
     bool writesAlpha = false;
     int border = 0;
     int bytesPerPixel = 4;
+    /// Writes numbers of four bytes, not bytes.
+    bool aligned = false;
     /// Given back under a selection, unless that is 0: then it is the height.
     int32_t returns = 0;
     /// Progress counts in steps of 100 / height, divided as integers.

@@ -18,7 +18,7 @@ size_t pixelsFor(const Arrangement& setup)
 
 Place placeOfImage(const Operation& operation, Place place)
 {
-    return operation.traits.bytesPerPixel == 16 && place == Place::odd ? Place::start : place;
+    return operation.traits.aligned && place == Place::odd ? Place::start : place;
 }
 } // namespace
 

@@ -36,6 +36,7 @@ public:
     uint8_t selectionOnly() const { return selectionPicture ? 1 : 0; }
     uint32_t* counter() { return progress.counter(); }
 
+    bool has(const std::string& name) const { return values.count(name) != 0; }
     int32_t whole(const std::string& name) const { return static_cast<int32_t>(get<double>(name)); }
     float number(const std::string& name) const { return static_cast<float>(get<double>(name)); }
     uint8_t flag(const std::string& name) const { return get<bool>(name) ? 1 : 0; }

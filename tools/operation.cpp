@@ -27,7 +27,8 @@ size_t editDistance(const std::string& a, const std::string& b)
 
 const std::vector<Family>& families()
 {
-    static const std::vector<Family> all = {coreFamily(), adjustFamily(), filtersFamily(), sharpeningFamily()};
+    static const std::vector<Family> all = {coreFamily(), adjustFamily(), filtersFamily(), sharpeningFamily(),
+                                            seamFamily()};
     return all;
 }
 

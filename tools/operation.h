@@ -14,8 +14,8 @@ namespace host
 // with exports that know no selection.
 enum class Selecting { none, byExport, byHost };
 
-// One row of the gallery: arguments as on the command line. scene.png, selection.png, shape.png and the results of
-// earlier rows can be named.
+// One row of the gallery: arguments as on the command line, or sizes as shares of the picture's ("67%w", "67%h").
+// scene.png, selection.png, shape.png, card.png and the results of earlier rows can be named.
 struct Example
 {
     std::string arguments = "";
@@ -54,4 +54,5 @@ Family coreFamily();
 Family adjustFamily();
 Family filtersFamily();
 Family sharpeningFamily();
+Family seamFamily();
 } // namespace host

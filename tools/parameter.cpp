@@ -108,6 +108,11 @@ Parameter whole(std::string name, int low, int high, int standard, std::string h
     return {std::move(name), Kind::whole, std::move(help), std::to_string(standard), double(low), double(high)};
 }
 
+Parameter optionalWhole(std::string name, int low, int high, std::string help)
+{
+    return {std::move(name), Kind::whole, std::move(help), "", double(low), double(high)};
+}
+
 Parameter number(std::string name, double low, double high, double standard, std::string help)
 {
     return {std::move(name), Kind::number, std::move(help), shortest(standard), low, high};
@@ -146,5 +151,10 @@ Parameter optionalPicture(std::string name, std::string help)
 Parameter mask(std::string name, std::string help)
 {
     return {std::move(name), Kind::mask, std::move(help), "", 0, 0, {}, true};
+}
+
+Parameter optionalMask(std::string name, std::string help)
+{
+    return {std::move(name), Kind::mask, std::move(help), "", 0, 0};
 }
 } // namespace host

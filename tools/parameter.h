@@ -27,7 +27,7 @@ struct Parameter
     std::string name;
     Kind kind;
     std::string help;
-    std::string standard; // the default as the user would type it; empty for flags and pictures, and for no points
+    std::string standard; // the default as the user would type it; empty for flags, pictures, no points and no number
     double low = 0;
     double high = 0;
     std::vector<std::string> choices = {};
@@ -50,6 +50,8 @@ struct Parameter
 };
 
 Parameter whole(std::string name, int low, int high, int standard, std::string help);
+// Without a default: if the user gives none it has no value.
+Parameter optionalWhole(std::string name, int low, int high, std::string help);
 Parameter number(std::string name, double low, double high, double standard, std::string help);
 // The first choice is the default.
 Parameter choice(std::string name, std::vector<std::string> choices, std::string help);
@@ -64,4 +66,6 @@ Parameter picture(std::string name, std::string help);
 Parameter optionalPicture(std::string name, std::string help);
 // The same, read as a mask (see readMask).
 Parameter mask(std::string name, std::string help);
+// The same, but if the user gives none it selects nothing.
+Parameter optionalMask(std::string name, std::string help);
 } // namespace host

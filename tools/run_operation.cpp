@@ -102,8 +102,11 @@ void fillJob(Job& job, const Operation& operation, const Request& request)
     job.output = job.input;
     if (request.selection)
         job.selectionPicture = readSameSize(*request.selection, readMask, job.input, request.input);
-    for (const Parameter& parameter : operation.parameters)
-        job.values[parameter.name] = readValue(parameter, request, job.input);
+    for (const Parameter& parameter : operation.parameters) {
+        const bool hasDefault = !parameter.isNumeric() || !parameter.standard.empty();
+        if (hasDefault || !request.texts.at(parameter.name).empty())
+            job.values[parameter.name] = readValue(parameter, request, job.input);
+    }
 }
 } // namespace
 

@@ -57,6 +57,10 @@ const Mistake mistakes[] = {
     {"secondPictureSize", "cut-out in.png -o out.png --shape small.png", "the sizes differ"},
     {"secondPictureMissing", "cut-out in.png -o out.png", "--shape is required"},
     {"selectionNotTaken", "cut-out in.png -o out.png --shape in.png --selection in.png", "--selection"},
+    {"noWidth", "carve in.png -o out.png --width 0", "--width: 0 is out of range"},
+    {"tooWide", "carve in.png -o out.png --width 61", "--width: 61 is more than twice the 30"},
+    {"nothingToCarve", "carve in.png -o out.png", "neither a size is given nor anything to remove"},
+    {"allGivenAway", "carve in.png -o out.png --remove all.png", "nothing would be left"},
     {"unknownFormat", "invert in.png -o out.gif", "must end in .png"},
     {"noName", "invert in.png -o nowhere/", "'nowhere/'"},
     {"noFolder", "invert in.png -o nowhere/out.png", "there is no folder 'nowhere'"},
@@ -74,6 +78,7 @@ protected:
     {
         writePng("in.png", pattern(30, 20));
         writePng("small.png", pattern(3, 2));
+        writePng("all.png", Picture{30, 20, std::vector<uint8_t>(30 * 20 * 4, 255)});
         const std::string png = readText("in.png");
         writeText("out.png", "what was there before");
         writeText("empty.png", "");

@@ -217,6 +217,43 @@ TEST_F(Operations, invertedSelectionBlursTheRest)
     EXPECT_NE(pixelAt(blurred, 2, 2), pixelAt(picture, 2, 2));
 }
 
+// A wall with a grain, and on it a patch with red in it, of 14 x 20 pixels.
+Picture patchOnWall()
+{
+    Picture picture = pattern(60, 60, true);
+    for (int i = 0, x = 0, y = 0; i < 60 * 60; ++i, x = i % 60, y = i / 60) {
+        const bool patch = x >= 30 && x < 44 && y >= 20 && y < 40;
+        uint8_t* const p = &picture.bytes[size_t(i) * 4];
+        p[0] = p[1] = uint8_t(patch ? 0 : 90 + (x * 7 + y * y) % 30);
+        p[2] = uint8_t(patch ? 130 + (x * 5 + y * 3) % 120 : 0);
+    }
+    return picture;
+}
+
+int redPixels(const Picture& picture, int least)
+{
+    int count = 0;
+    for (size_t i = 2; i < picture.bytes.size(); i += 4)
+        count += picture.bytes[i] >= least ? 1 : 0;
+    return count;
+}
+
+TEST_F(Operations, carvingKeepsAndTakesWhatItIsTold)
+{
+    Picture mask = patchOnWall();
+    writePng("in.png", mask);
+    for (size_t i = 0; i < mask.bytes.size(); i += 4)
+        std::fill_n(&mask.bytes[i], 3, mask.bytes[i + 2] >= 130 ? uint8_t(255) : uint8_t(0));
+    writePng("mask.png", mask);
+    for (const char* size : {"--width 40", "--width 80", "--height 40", "--height 80", "--width 50 --height 70"}) {
+        EXPECT_EQ(redPixels(result(std::string("carve in.png --protect mask.png ") + size), 130), 14 * 20) << size;
+        EXPECT_GT(redPixels(result(std::string("carve in.png --preview ") + size), 255), 300) << size;
+    }
+    const Picture without = result("carve in.png --remove mask.png --height 70");
+    EXPECT_EQ(redPixels(without, 130), 0);
+    EXPECT_EQ(without.bytes.size(), size_t{60} * 70 * 4);
+}
+
 TEST_F(Operations, coloursArePrinted)
 {
     EXPECT_EQ(run("colour --hue 0 --saturation 100 --brightness 100").output,

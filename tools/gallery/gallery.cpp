@@ -37,13 +37,26 @@ std::string writeHistogram(const std::string& of)
     return name;
 }
 
-Shown runExample(const Operation& operation, const Example& example, size_t number, bool quiet)
+// Sizes in examples are shares of the picture's: "67%w" of its width, "67%h" of its height.
+std::string withSizes(std::string text, const Picture& picture)
+{
+    for (size_t at = text.find('%'); at != std::string::npos; at = text.find('%')) {
+        const size_t first = text.find_last_of(' ', at) + 1;
+        const int32_t whole = text.at(at + 1) == 'w' ? picture.width : picture.height;
+        const int32_t percent = std::stoi(text.substr(first, at - first));
+        text.replace(first, at + 2 - first, std::to_string(whole * percent / 100));
+    }
+    return text;
+}
+
+Shown runExample(const Operation& operation, const Example& example, const Picture& scene, size_t number, bool quiet)
 {
     Shown shown;
     shown.input = example.input;
     shown.output = operation.name + (number == 1 ? "" : '-' + std::to_string(number)) + ".png";
-    const std::string arguments = (example.input.empty() ? "" : example.input + " ") + "-o " + shown.output +
-                                  (example.arguments.empty() ? "" : " " + example.arguments);
+    std::string arguments = (example.input.empty() ? "" : example.input + " ") + "-o " + shown.output;
+    if (!example.arguments.empty())
+        arguments.append(" ").append(withSizes(example.arguments, scene));
     shown.command = "lumivex " + operation.name + " " + arguments;
     shown.report = runOperation(operation, words(arguments + (quiet ? " --quiet" : "")));
     if (operation.histogram) {
@@ -74,6 +87,7 @@ std::string makeGallery(const std::filesystem::path& picture, const std::filesys
     enterFolder(folder);
     writePicture("scene.png", scene);
     writePicture("selection.png", drawSelection(scene.width, scene.height, 255, 0));
+    writePicture("card.png", drawCardMark(scene.width, scene.height));
     writePicture("shape.png", drawSelection(scene.width, scene.height, 0, 255));
 
     std::vector<ShownFamily> shownFamilies;
@@ -83,7 +97,7 @@ std::string makeGallery(const std::filesystem::path& picture, const std::filesys
         for (const Operation& operation : family.operations) {
             ShownOperation& shown = shownFamily.operations.emplace_back(ShownOperation{&operation, {}});
             for (const Example& example : operation.examples)
-                shown.examples.push_back(runExample(operation, example, shown.examples.size() + 1, quiet));
+                shown.examples.push_back(runExample(operation, example, scene, shown.examples.size() + 1, quiet));
             pictures += shown.examples.size();
         }
     }

@@ -141,7 +141,8 @@ std::string galleryPage(const std::vector<ShownFamily>& families, const Picture&
     html += contents(families);
     html += "<div class=\"sources\">" + figure("scene.png", "scene.png, the picture", false) + "<div>" +
             figure("selection.png", "selection.png, white is selected", false) +
-            figure("shape.png", "shape.png, black stays", false) + "</div></div>\n</header>\n<main>\n";
+            figure("shape.png", "shape.png, black stays", false) +
+            figure("card.png", "card.png, white is the test card", false) + "</div></div>\n</header>\n<main>\n";
     for (const ShownFamily& family : families) {
         html += "<section>\n<h2>" + escaped(family.family->title) + "</h2>\n";
         for (const ShownOperation& shown : family.operations)

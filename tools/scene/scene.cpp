@@ -30,4 +30,18 @@ Picture drawSelection(int32_t width, int32_t height, uint8_t inside, uint8_t out
         }
     return picture;
 }
+
+Picture drawCardMark(int32_t width, int32_t height)
+{
+    Picture picture(width, height);
+    uint8_t* pixel = picture.data();
+    for (int32_t y = 0; y < height; ++y)
+        for (int32_t x = 0; x < width; ++x, pixel += 4) {
+            const double across = (x + 0.5) / width, down = (y + 0.5) / height;
+            const bool inside = across > 0.65 && across < 0.826 && down > 0.61 && down < 0.92;
+            std::fill_n(pixel, 3, inside ? uint8_t{255} : uint8_t{0});
+            pixel[3] = 255;
+        }
+    return picture;
+}
 } // namespace host

@@ -1,6 +1,7 @@
 // Every export on a picture of 12 megapixels.
 #include "measure.h"
 #include "photograph.h"
+#include "seams.h"
 
 #include "lumivex.h"
 
@@ -262,5 +263,6 @@ int main(int argc, char** argv)
     addHistograms(b);
     addBlurs(b);
     addSharpening(b);
+    addSeams();
     return run(argc, argv);
 }

@@ -63,7 +63,12 @@ public:
             } else {
                 std::printf("%8s %8s ", "", "");
             }
-            std::printf("%6lld\n", static_cast<long long>(run.iterations));
+            std::printf("%6lld", static_cast<long long>(run.iterations));
+            if (const auto peer = run.counters.find("peer ms"); peer != run.counters.end()) {
+                std::printf("   %s: %.2f ms, %.2f times as long", run.report_label.c_str(), peer->second.value,
+                            peer->second.value / ms);
+            }
+            std::printf("\n");
             std::fflush(stdout);
         }
     }
@@ -102,6 +107,28 @@ void measureTables(const std::string& name, size_t bytes, std::function<void(voi
             state.SetIterationTime(times.back());
         }
         state.counters["ms"] = median(times) * 1e3;
+    };
+    benchmark::RegisterBenchmark(name.c_str(), work)->UseManualTime()->Unit(benchmark::kMillisecond);
+}
+
+void measureAgainst(const std::string& name, std::function<void()> operation, const std::string& peer,
+                    std::function<void()> peerOperation)
+{
+    const auto work = [=](benchmark::State& state) {
+        std::vector<double> times;
+        std::vector<double> peerTimes;
+        for ([[maybe_unused]] auto _ : state) {
+            times.push_back(seconds(operation));
+            if (peerOperation) {
+                peerTimes.push_back(seconds(peerOperation));
+            }
+            state.SetIterationTime(times.back());
+        }
+        state.counters["ms"] = median(times) * 1e3;
+        if (peerOperation) {
+            state.SetLabel(peer);
+            state.counters["peer ms"] = median(peerTimes) * 1e3;
+        }
     };
     benchmark::RegisterBenchmark(name.c_str(), work)->UseManualTime()->Unit(benchmark::kMillisecond);
 }

@@ -12,6 +12,10 @@ void measure(const std::string& name, std::function<void()> operation);
 /// Measures what fills tables of so many bytes in all: each time in memory that has never been touched.
 void measureTables(const std::string& name, size_t bytes, std::function<void(void* memory)> operation);
 
+/// Measures what is not about the large picture, in turn with another library doing the same where there is one.
+void measureAgainst(const std::string& name, std::function<void()> operation, const std::string& peer,
+                    std::function<void()> peerOperation);
+
 /// Runs what was asked for on the command line.
 int run(int argc, char** argv);
 } // namespace bench

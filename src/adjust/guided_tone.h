@@ -1,6 +1,7 @@
 // A tone for the channels of a picture: plainly, or by weights and the likeness to a picked colour.
 #pragma once
 
+#include "core/likeness.h"
 #include "core/lookup.h"
 #include "core/power.h"
 #include "core/tone.h"
@@ -42,7 +43,7 @@ public:
     P operator()(P pixel, P weightPixel)
     {
         const P level = select(selects(weightPixel), blue(weightPixel), splat<P>(unweighted));
-        const P weight = level + select(isLikePicked(pixel), splat<P>(0), splat<P>(halved));
+        const P weight = level + select(isLike(pixel, picked_, tolerance_), splat<P>(0), splat<P>(halved));
         if constexpr (laneCount<P> == 1) {
             return mix(pixel, weight);
         } else {
@@ -58,18 +59,6 @@ private:
     static constexpr uint32_t unweighted = 255;
     static constexpr uint32_t halved = 256;
     static constexpr uint32_t mostTables = 448;
-
-    /// Whether blue, green and red all lie strictly within the tolerance.
-    template <class P>
-    auto isLikePicked(P pixel) const
-    {
-        const auto bytes = bitsAs<uint8_t>(pixel);
-        using V = std::remove_const_t<decltype(bytes)>;
-        const V picked = bitsAs<uint8_t>(splat<P>(picked_));
-        const V distance = maximum(bytes, picked) - minimum(bytes, picked);
-        const V within = select(distance < splat<V>(tolerance_), splat<V>(255), V{});
-        return (bitsAs<uint32_t>(within) & colourBits) == colourBits;
-    }
 
     uint32_t mix(uint32_t pixel, uint32_t weight)
     {

@@ -1,4 +1,5 @@
 // Pictures of two colours: the threshold and the edge map.
+#include "core/gradient.h"
 #include "core/interior.h"
 #include "core/level.h"
 
@@ -28,26 +29,6 @@ int32_t IM_Seuil(uint8_t* destination, const uint8_t* source, const uint8_t* sel
     return height;
 }
 
-namespace
-{
-/// Channels in two lanes of 16 bits: blue plus green, and red. Gradients are sums, so channels may be added before
-/// them.
-template <class P>
-auto addChannels(P pixel)
-{
-    return bitsAs<int16_t>((pixel & 0x00ff00ffu) + green(pixel));
-}
-
-/// The square of the sum of the two lanes.
-template <class V>
-auto squaredSum(V pairs)
-{
-    const auto low = bitsAs<int32_t>(bitsAs<uint32_t>(pairs) << 16u) >> 16;
-    const auto sum = low + (bitsAs<int32_t>(pairs) >> 16);
-    return sum * sum;
-}
-} // namespace
-
 int32_t IM_Contour(uint8_t* destination, const uint8_t* source, const uint8_t* selection, int32_t width, int32_t height,
                    uint8_t red1, uint8_t green1, uint8_t blue1, uint8_t red2, uint8_t green2, uint8_t blue2,
                    uint8_t threshold, uint8_t invert, uint8_t use_selection, uint32_t* progress, const uint8_t* stop)
@@ -63,19 +44,9 @@ int32_t IM_Contour(uint8_t* destination, const uint8_t* source, const uint8_t* s
     if (invert != 0) {
         std::swap(flat, edge);
     }
-    // The mean gradients are thirds of whole numbers. Where those reach the threshold exactly they are whole
-    // themselves, and elsewhere they are too far from it for any rounding to matter: squares of the sums decide,
-    // without roots.
-    const int32_t limit = 9 * threshold * threshold;
-    const auto edgeOrFlat = [=](auto nw, auto n, auto ne, auto w, auto e, auto sw, auto s, auto se) {
-        using P = decltype(nw);
-        const auto line = [](P first, P middle, P last) {
-            const auto twice = addChannels(middle);
-            return addChannels(first) + twice + twice + addChannels(last);
-        };
-        const auto magnitude =
-            squaredSum(line(ne, e, se) - line(nw, w, sw)) + squaredSum(line(sw, s, se) - line(nw, n, ne));
-        return select(magnitude <= limit, splat<P>(flat), splat<P>(edge));
+    const auto edgeOrFlat = [=](auto first, auto... others) {
+        using P = decltype(first);
+        return select(isSteeperThan(threshold, first, others...), splat<P>(edge), splat<P>(flat));
     };
     // Whole percents of a row, so that pictures of more than 100 rows stay at 0: that is meant.
     const int32_t percentPerRow = 100 / height;

@@ -42,7 +42,8 @@
  *
  * A function that takes a progress pointer writes 0 to it at entry, whatever its other arguments are, and after row r
  * (counted from 0) the truncated product of r and (float)(100.0 / height). So it never reaches 100: a picture of 200
- * rows ends at 99, of one row at 0. The host may read it from another thread while the call runs.
+ * rows ends at 99, of one row at 0. Functions whose progress differs say so. The host may read it from another thread
+ * while the call runs.
  *
  * 7. Numbers
  *
@@ -933,6 +934,212 @@ LUMIVEX_API int32_t LUMIVEX_CALL SC_PopulateData(const uint32_t* seams, int32_t 
 /* The same with yellow in place of the means. Returns height. */
 LUMIVEX_API int32_t LUMIVEX_CALL SC_PopulateSeam(const uint32_t* seams, int32_t count, int32_t* counters,
                                                  uint8_t* image, int32_t columns, int32_t height, int32_t row_length);
+
+/* =====================================================================================================================
+ * trace: two-level maps
+ *
+ * From picture to curves, in order: make a two-level map; fill an index map with -1; build the graph of its edges; walk
+ * one outline after the other; smooth each; fit curves to each.
+ *
+ * A two-level map is a picture whose green and red are both 255 inside and both 0 outside, and whose blue is 0.
+ *
+ * pixels          The picture, changed in place.
+ * ================================================================================================================== */
+
+/* Inside is what is like a colour: blue, green and red each differ by less than the tolerance. Alpha becomes 255.
+ *
+ * red, green, blue  The colour.
+ * tolerance       0 makes nothing inside, 1 the very colour only.
+ * invert          Not 0: exchanges inside and outside.
+ *
+ * Returns 1. */
+LUMIVEX_API uint32_t LUMIVEX_CALL TRACE_Seuil(uint8_t* pixels, int32_t width, int32_t height, uint8_t red,
+                                              uint8_t green, uint8_t blue, uint8_t tolerance, uint8_t invert);
+
+/* Inside is what has a blue of 255. Alpha becomes 255. Returns 1. */
+LUMIVEX_API uint32_t LUMIVEX_CALL TRACE_SeuilBleu(uint8_t* pixels, int32_t width, int32_t height);
+
+/* Makes no two-level map, but prepares pictures that are traced by alpha: black pixels become (1, 1, 1) unless their
+ * alpha is 0, so that black means empty. Alpha is untouched. Returns height, whatever it is. */
+LUMIVEX_API int32_t LUMIVEX_CALL TRACE_NoirPlusUn(uint8_t* pixels, int32_t width, int32_t height);
+
+/* Inside are edges: the gradient of the mean of the channels over 3 x 3 pixels (Sobel) is longer than the threshold.
+ *
+ * threshold       0..255; edges of full contrast have a length of up to about 1140.
+ * invert          Not 0: exchanges inside and outside.
+ * progress        0 at entry, then row * (100 / height), divided in integers, after each row: always 0 for pictures of
+ *                 more than 100 rows.
+ *
+ * Alpha and the outermost pixels are untouched. Without memory for two rows nothing is done. Returns 1. */
+LUMIVEX_API uint32_t LUMIVEX_CALL TRACE_Contour(uint8_t* pixels, int32_t width, int32_t height, uint8_t threshold,
+                                                uint8_t invert, uint32_t* progress);
+
+/* =====================================================================================================================
+ * trace: outlines
+ *
+ * Sides of a pixel are numbered 0 top, 1 right, 2 bottom, 3 left. An edge is a side of a foreground pixel whose
+ * neighbour across it is background; outside the picture all is background.
+ *
+ * A record tells of one edge in nine numbers: x, y and side of the edge; x, y and side of the edge that meets it at its
+ * left or upper end; the same for the other end. Foreground is joined across sides, not across corners.
+ *
+ * The index map finds records: width * height * 4 numbers, of which (y * width + x) * 4 + side is nine times the number
+ * of the record, or negative where there is none. The host fills it with -1 before the graph is built.
+ *
+ * pixels          The picture to read.
+ * records         Nine numbers for each edge, which the host provides: at most width * height * 4 records.
+ * map             The index map. Only entries of edges are written.
+ *
+ * Records come in the order of rows, pixels and sides. If the whole frame of the picture is foreground, sides that face
+ * out of it are no edges; else they are like any other. Links may then name a side without a record.
+ *
+ * The functions return the number of records.
+ * ================================================================================================================== */
+
+/* Foreground is where blue is not 0. The frame counts as whole unless one of its pixels is black.
+ *
+ * Links turn onto a diagonal pixel only if it is background or exactly 255; on any other the three numbers of the link
+ * stay unwritten. Two-level maps have no such pixels. */
+LUMIVEX_API int32_t LUMIVEX_CALL TRACE_DataBordure(const uint8_t* pixels, int32_t* records, int32_t* map, int32_t width,
+                                                   int32_t height);
+
+/* The same for green, as two-level maps have it.
+ *
+ * framed          Receives 1 if the whole frame is foreground, else 0. */
+LUMIVEX_API int32_t LUMIVEX_CALL TRACE_GetData(const uint8_t* pixels, int32_t* records, int32_t* map, int32_t width,
+                                               int32_t height, uint8_t* framed);
+
+/* The same for alpha. The frame is whole unless one of its pixels has alpha 0, and links turn onto any foreground. */
+LUMIVEX_API int32_t LUMIVEX_CALL TRACE_GetBordureTrans(const uint8_t* pixels, int32_t* records, int32_t* map,
+                                                       int32_t width, int32_t height);
+
+/* Walks one outline from edge to edge and writes the midpoint of each:
+ *     x / scale_x + offset_x, y / scale_y + offset_y, rounded to float once,
+ * with pixel centres at whole numbers, so that sides lie 0.5 from them.
+ *
+ * From an edge the walk goes on to the first of its two links that has not been walked, and ends where there is none
+ * or at `most` points. The host calls again, with the first record whose x is not -1, until there is none left.
+ *
+ * records         x of walked records becomes -1.
+ * map             Entries of walked edges become -1.
+ * points          Two floats for each point. A record whose side is not 0..3 leaves its place unwritten, and counts.
+ * start           The number of the record to begin with, counted in records.
+ * stride          Entries of the map in a row: width * 4.
+ *
+ * Returns the number of points. A closed outline's first point is not repeated. */
+LUMIVEX_API int32_t LUMIVEX_CALL TRACE_Parcourir(int32_t* records, int32_t* map, float* points, int32_t most,
+                                                 uint32_t start, float scale_x, float scale_y, int32_t stride,
+                                                 int32_t offset_x, int32_t offset_y);
+
+/* =====================================================================================================================
+ * trace: smoothing
+ *
+ * Points become weighted means of those around them on the closed outline, except where a corner is near: a point that
+ * lies further than 0.7 from the middle between those two places before and after it. The immediate neighbours take no
+ * part: that is meant. Corners are found once, before anything moves. Without memory for a copy nothing is done.
+ *
+ * points          last + 1 points, two floats each, changed in place.
+ * last            The index of the last point. Outlines of fewer points than the means reach wrap onto themselves;
+ *                 below 0 nothing is done.
+ *
+ * Returns last.
+ * ================================================================================================================== */
+
+/* Weights 1 2 . 4 . 2 1 from three places before to three after, of 10; corners hold three places; two passes. */
+LUMIVEX_API int32_t LUMIVEX_CALL TRACE_Adoucir(float* points, int32_t last);
+
+/* Weights 1 1 . 1 . 1 1, of 5; corners hold three places; two passes. */
+LUMIVEX_API int32_t LUMIVEX_CALL TRACE_Adoucir2(float* points, int32_t last);
+
+/* Weights 1 1 1 . 1 . 1 1 1, of 7; corners hold four places; two passes. */
+LUMIVEX_API int32_t LUMIVEX_CALL TRACE_Adoucir3(float* points, int32_t last);
+
+/* The same in one pass that uses the new values of points before. */
+LUMIVEX_API int32_t LUMIVEX_CALL TRACE_Adoucir4(float* points, int32_t last);
+
+/* =====================================================================================================================
+ * trace: curves and paths
+ * ================================================================================================================== */
+
+/* Replaces an open polyline by cubic Bezier segments. Each takes in one point after the other until a point is as far
+ * from the curve as the error allows; that point still belongs to it.
+ *
+ * With P[i] the points, mirrored beyond the ends, the tangent at i is 0.7 A + 0.3 B, A and B being P[i+1] - P[i-1] and
+ * P[i+2] - P[i-2], each of length 1. Controls stand off the ends of a segment by chord * 0.5 * handle / 100 along the
+ * tangents. A point's distance is measured where the curve crosses the point's normal.
+ *
+ * points          Two floats each.
+ * count           At least 2; 1 gives one segment without length, less gives none.
+ * segments        Eight floats each: start, END, control 1, control 2. At most count - 1 segments (1 at least).
+ * segment_count   Receives their number.
+ * handle          Percent of half the chord; about 67 suits even curves.
+ * error           In units of the points, above 0. Otherwise each segment takes one step.
+ *
+ * Returns 1. */
+LUMIVEX_API uint32_t LUMIVEX_CALL BZ_Approximation(const float* points, int32_t count, float* segments,
+                                                   uint32_t* segment_count, double handle, double error);
+
+/* Tabulates a polyline: x, y and the length of the path up to each point.
+ *
+ * points          last + 1 points, two floats each.
+ * table           Three floats for each point. The first entry is written even if last is below 1.
+ * last            The index of the last point.
+ *
+ * Returns 1. */
+LUMIVEX_API uint32_t LUMIVEX_CALL NL_PathLength(const float* points, float* table, int32_t last);
+
+/* Finds the point at a distance along a path.
+ *
+ * result          Two floats. A distance beyond the path leaves them as they are; if they are (0, 0) then, found or
+ *                 left, they become the last point.
+ * table           From NL_PathLength.
+ * last            The index of the last point; below 0 nothing is done.
+ *
+ * Returns 1. */
+LUMIVEX_API uint32_t LUMIVEX_CALL NL_GetPointPath(float* result, const float* table, int32_t last, float distance);
+
+/* =====================================================================================================================
+ * thinning
+ *
+ * One round of eight passes that thin foreground towards its skeleton and eight that prune the ends of the skeleton;
+ * the host calls again as long as it likes. A pass deletes all pixels whose surroundings fit its template at once.
+ *
+ * A pixel is foreground or background by the exact value of one byte; any other value fits neither. Deleted pixels
+ * become the background colour. Alpha and the two outermost rows and columns are untouched.
+ *
+ * pixels          The picture, changed in place.
+ * progress        After row y of pass k, from 0 on, (625 * k + y * (10000 / (height * 16))) / 100, in integers. It is
+ *                 not written at entry, nor for pictures of fewer than five rows or columns, which stay as they are.
+ *
+ * They take memory for six bits a pixel; without it nothing is done. The functions return 1.
+ * ================================================================================================================== */
+
+/* Blue: 255 is foreground, 0 background. Deleted pixels become black. */
+LUMIVEX_API uint32_t LUMIVEX_CALL MORPH_Thinning(uint8_t* pixels, int32_t width, int32_t height, uint32_t* progress);
+
+/* Green: 0 is foreground, 255 background. Deleted pixels become white. */
+LUMIVEX_API uint32_t LUMIVEX_CALL MORPH_ThinningInverse(uint8_t* pixels, int32_t width, int32_t height,
+                                                        uint32_t* progress);
+
+/* Green: 255 is foreground, 0 background, as in two-level maps. Deleted pixels become black. */
+LUMIVEX_API uint32_t LUMIVEX_CALL MORPH_ThinningJaune(uint8_t* pixels, int32_t width, int32_t height,
+                                                      uint32_t* progress);
+
+/* Green: 0 is foreground, 255 background. Deleted pixels become yellow. */
+LUMIVEX_API uint32_t LUMIVEX_CALL MORPH_ThinningInverseJaune(uint8_t* pixels, int32_t width, int32_t height,
+                                                             uint32_t* progress);
+
+/* Two colours, told apart by the first of blue, green and red in which they differ. Equal colours change nothing.
+ *
+ * unused          Ignored.
+ * gate            A picture of the same size of which only alpha counts: pixels of alpha 0 are never deleted. Not read
+ *                 while use_gate is 0.
+ * red1 ... blue1  The background, which deleted pixels become.
+ * red2 ... blue2  The foreground. */
+LUMIVEX_API uint32_t LUMIVEX_CALL MORPH_ThinningCouleur(uint8_t* pixels, uint32_t unused, const uint8_t* gate,
+                                                        int32_t width, int32_t height, uint8_t red1, uint8_t green1,
+                                                        uint8_t blue1, uint8_t red2, uint8_t green2, uint8_t blue2,
+                                                        uint8_t use_gate, uint32_t* progress);
 
 #ifdef __cplusplus
 }

@@ -1,0 +1,228 @@
+// Thinning towards a skeleton and pruning of its ends, by templates over bits: 64 pixels in a word.
+#include "core/bits.h"
+#include "core/level.h"
+#include "core/window.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <memory>
+
+namespace lumivex::LUMIVEX_LEVEL
+{
+namespace
+{
+/// Three rows of what a pixel and its neighbours must be: 1 foreground, 0 background, a dot anything.
+struct Template
+{
+    char cells[3][4];
+};
+
+constexpr int passCount = 16;
+constexpr Template templates[passCount] = {
+    // Thinning, from all around
+    {{"000", ".1.", "111"}},
+    {{".00", "110", ".1."}},
+    {{"1.0", "110", "1.0"}},
+    {{".1.", "110", ".00"}},
+    {{"111", ".1.", "000"}},
+    {{".1.", "011", "00."}},
+    {{"0.1", "011", "0.1"}},
+    {{"00.", "011", ".1."}},
+    // Pruning of ends
+    {{"0..", "010", "000"}},
+    {{"00.", "01.", "000"}},
+    {{"000", "01.", "00."}},
+    {{"000", "010", "0.."}},
+    {{"000", "010", "..0"}},
+    {{"000", ".10", ".00"}},
+    {{".00", ".10", "000"}},
+    {{"..0", "010", "000"}},
+};
+
+using Words = Register<uint64_t>;
+constexpr int64_t lanes = laneCount<Words>;
+
+/// The pixels that templates can tell: what is neither of the two stands in no map.
+struct Maps
+{
+    uint64_t* foreground;
+    uint64_t* background;
+};
+
+/// Rows of words, with a word of zeros before and after each so that neighbours can be loaded everywhere.
+struct Layout
+{
+    int64_t words;
+    int64_t height;
+
+    explicit Layout(Size size) : words((size.width + 63) / 64), height(size.height) {}
+
+    int64_t wordsPerRow() const { return (words + lanes - 1) / lanes * lanes + 2; }
+    int64_t wordsPerMap() const { return wordsPerRow() * height; }
+    /// The first word of a row.
+    int64_t row(int64_t y) const { return y * wordsPerRow() + 1; }
+};
+
+/// The bits of the neighbours that many pixels to the right (-1, 0 or 1) of those of a register.
+template <int x>
+Words neighbours(const uint64_t* words)
+{
+    const Words here = load<Words>(words);
+    if constexpr (x < 0) {
+        return here << 1u | load<Words>(words - 1) >> 63u;
+    } else if constexpr (x > 0) {
+        return here >> 1u | load<Words>(words + 1) << 63u;
+    } else {
+        return here;
+    }
+}
+
+/// One pass over a row: what fits the template, and may be deleted, turns from foreground to background.
+template <int pass>
+void runPass(const Maps& from, const Maps& to, const uint64_t* deletable, const Layout& layout, int64_t y)
+{
+    const int64_t wordsPerRow = layout.wordsPerRow();
+    for (int64_t at = layout.row(y); at < layout.row(y) + layout.words; at += lanes) {
+        const Words foreground = load<Words>(from.foreground + at);
+        const Words background = load<Words>(from.background + at);
+        Words fitting = foreground & load<Words>(deletable + (at - layout.row(y)));
+        if (any(fitting != 0u)) {
+            unroll<9>([&](auto cell) {
+                constexpr int x = cell % 3 - 1;
+                constexpr int below = cell / 3 - 1;
+                constexpr char wanted = templates[pass].cells[below + 1][x + 1];
+                if constexpr (wanted != '.' && (x != 0 || below != 0)) {
+                    const uint64_t* const map = wanted == '1' ? from.foreground : from.background;
+                    fitting &= neighbours<x>(map + at + below * wordsPerRow);
+                }
+            });
+        }
+        store(to.foreground + at, foreground & ~fitting);
+        store(to.background + at, background | fitting);
+    }
+}
+
+/// What the exports differ in.
+struct Thinning
+{
+    uint32_t testedShift;
+    uint8_t foreground;
+    uint8_t background;
+    uint32_t deletedColour;
+    /// A pixel of a gate of alpha 0 is never deleted; null for no gate.
+    const uint8_t* gate = nullptr;
+};
+
+/// The words of a row for which a test holds.
+template <class Test>
+void fillRow(uint64_t* words, const uint8_t* pixels, int64_t width, Test test)
+{
+    for (int64_t x = 0; x < width; x += 64) {
+        words[x / 64] = bitsWhere(pixels + x * 4, std::min<int64_t>(64, width - x), test);
+    }
+}
+
+uint32_t thin(const Target& picture, const Thinning& call, uint32_t* progress)
+{
+    // Two pixels are left on each side, though the templates reach only one: that is meant.
+    constexpr int border = 2;
+    const Size size = picture.size;
+    if (size.width <= 2 * border || size.height <= 2 * border) {
+        return 1;
+    }
+    const Layout layout(size);
+    enum { foreground, background, nextForeground, nextBackground, original, deletable, mapCount };
+    const std::unique_ptr<uint64_t, decltype(&std::free)> memory(
+        static_cast<uint64_t*>(std::calloc(static_cast<size_t>(layout.wordsPerMap()) * mapCount, sizeof(uint64_t))),
+        std::free);
+    if (memory == nullptr) {
+        return 1;
+    }
+    const auto map = [&](int number) { return memory.get() + number * layout.wordsPerMap(); };
+    const auto is = [&](uint8_t level) {
+        return [shift = call.testedShift, level](auto pixel) { return ((pixel >> shift) & 0xffu) == level; };
+    };
+    for (int64_t y = 0; y < size.height; ++y) {
+        const auto words = [&](int number) { return map(number) + layout.row(y); };
+        fillRow(words(foreground), picture.row(y), size.width, is(call.foreground));
+        if (call.foreground != call.background) {
+            fillRow(words(background), picture.row(y), size.width, is(call.background));
+        }
+        std::copy_n(words(foreground), layout.words, words(original));
+        std::copy_n(words(foreground), layout.words, words(nextForeground));
+        std::copy_n(words(background), layout.words, words(nextBackground));
+        for (int64_t x = 0; x < layout.words; ++x) {
+            words(deletable)[x] = ~uint64_t{0};
+        }
+        if (call.gate != nullptr) {
+            fillRow(words(deletable), call.gate + y * size.width * 4, size.width, [](auto gate) { return selects(gate); });
+        }
+        words(deletable)[0] &= ~uint64_t{3};
+        for (int64_t x = size.width - border; x < layout.words * 64; ++x) {
+            words(deletable)[x / 64] &= ~(uint64_t{1} << x % 64);
+        }
+    }
+
+    const Maps even{map(foreground), map(background)};
+    const Maps odd{map(nextForeground), map(nextBackground)};
+    // In hundredths of a percent; a whole number, 0 for pictures of more than 625 rows.
+    const int64_t step = 10000 / (int64_t{size.height} * passCount);
+    unroll<passCount>([&](auto pass) {
+        for (int64_t y = border; y < size.height - border; ++y) {
+            runPass<pass>(pass % 2 == 0 ? even : odd, pass % 2 == 0 ? odd : even, map(deletable) + layout.row(y), layout,
+                          y);
+            __atomic_store_n(progress, static_cast<uint32_t>((10000 / passCount * pass + y * step) / 100),
+                             __ATOMIC_RELAXED);
+        }
+    });
+
+    for (int64_t y = border; y < size.height - border; ++y) {
+        for (int64_t word = 0; word < layout.words; ++word) {
+            const int64_t at = layout.row(y) + word;
+            for (uint64_t deleted = map(original)[at] & ~map(foreground)[at]; deleted != 0; deleted &= deleted - 1) {
+                uint8_t* const pixel = picture.at(word * 64 + std::countr_zero(deleted), y);
+                store(pixel, withColour(load<uint32_t>(pixel), call.deletedColour));
+            }
+        }
+    }
+    return 1;
+}
+
+constexpr uint32_t blueShift = 0;
+constexpr uint32_t greenShift = 8;
+constexpr uint32_t redShift = 16;
+} // namespace
+
+uint32_t MORPH_Thinning(uint8_t* pixels, int32_t width, int32_t height, uint32_t* progress)
+{
+    return thin({pixels, {width, height}}, {blueShift, 255, 0, 0x000000}, progress);
+}
+
+uint32_t MORPH_ThinningInverse(uint8_t* pixels, int32_t width, int32_t height, uint32_t* progress)
+{
+    return thin({pixels, {width, height}}, {greenShift, 0, 255, 0xffffff}, progress);
+}
+
+uint32_t MORPH_ThinningJaune(uint8_t* pixels, int32_t width, int32_t height, uint32_t* progress)
+{
+    return thin({pixels, {width, height}}, {greenShift, 255, 0, 0x000000}, progress);
+}
+
+uint32_t MORPH_ThinningInverseJaune(uint8_t* pixels, int32_t width, int32_t height, uint32_t* progress)
+{
+    return thin({pixels, {width, height}}, {greenShift, 0, 255, 0xffff00}, progress); // yellow
+}
+
+uint32_t MORPH_ThinningCouleur(uint8_t* pixels, uint32_t /* unused */, const uint8_t* gate, int32_t width,
+                               int32_t height, uint8_t red1, uint8_t green1, uint8_t blue1, uint8_t red2,
+                               uint8_t green2, uint8_t blue2, uint8_t use_gate, uint32_t* progress)
+{
+    const auto ground = pixelOf<uint32_t>(blue1, green1, red1);
+    const auto lines = pixelOf<uint32_t>(blue2, green2, red2);
+    // The first channel in which the colours differ tells them apart.
+    const uint32_t shift = blue1 != blue2 ? blueShift : green1 != green2 ? greenShift : redShift;
+    const auto level = [=](uint32_t colour) { return static_cast<uint8_t>(colour >> shift); };
+    return thin({pixels, {width, height}}, {shift, level(lines), level(ground), ground, use_gate != 0 ? gate : nullptr},
+                progress);
+}
+} // namespace lumivex::LUMIVEX_LEVEL

@@ -77,7 +77,8 @@ std::vector<Parameter> withGuidance(std::vector<Parameter> others)
 {
     others.push_back(points("pick", 0, 1, "", "Half the effect on colours unlike the one at this point"));
     others.push_back(whole("tolerance", 0, 255, 40, "With --pick: less than this in each channel is alike"));
-    others.push_back(optionalPicture("weight", "With --pick: how much of the effect, by its blue; where transparent, all"));
+    others.push_back(
+        optionalPicture("weight", "With --pick: how much of the effect, by its blue; where transparent, all"));
     others.push_back(flag("clipping-warning", "Paint what became white red, what became black blue"));
     return others;
 }
@@ -118,16 +119,17 @@ void gammaThroughTable(Job& job)
 {
     const Guide guide = guideOf(job);
     IM_Gamma(job.out(), job.in(), toneTable(job.choice("rows")).data(), guide.selection, job.picture("weight").data(),
-             static_cast<uint8_t>(job.whole("tolerance")), guide.x, guide.y, job.width(), job.height(), job.number("row"), guide.selectionOnly,
-             guide.guided, job.flag("clipping-warning"));
+             static_cast<uint8_t>(job.whole("tolerance")), guide.x, guide.y, job.width(), job.height(),
+             job.number("row"), guide.selectionOnly, guide.guided, job.flag("clipping-warning"));
 }
 
 void brightnessContrast(Job& job)
 {
     const Guide guide = guideOf(job);
-    IM_BrillanceContraste(job.out(), job.in(), guide.selection, job.picture("weight").data(), static_cast<uint8_t>(job.whole("tolerance")), guide.x,
-                          guide.y, job.width(), job.height(), job.whole("brightness"), job.number("contrast"),
-                          guide.selectionOnly, guide.guided, job.flag("clipping-warning"));
+    IM_BrillanceContraste(job.out(), job.in(), guide.selection, job.picture("weight").data(),
+                          static_cast<uint8_t>(job.whole("tolerance")), guide.x, guide.y, job.width(), job.height(),
+                          job.whole("brightness"), job.number("contrast"), guide.selectionOnly, guide.guided,
+                          job.flag("clipping-warning"));
 }
 
 // The result, and below it the histograms of what comes out before it is clamped.
@@ -256,8 +258,9 @@ Family adjustFamily()
             {.name = "curves",
              .exported = "IM_Courbes, IM_SetDataCourbe",
              .summary = "Bends tones along smooth curves through points",
-             .details = "Levels 0 and 255 always stay, and dark ones can be darkened only a little: points beyond that are "
-                        "met as nearly as the curve family can. A channel's own curve comes before that for all channels.",
+             .details =
+                 "Levels 0 and 255 always stay, and dark ones can be darkened only a little: points beyond that are "
+                 "met as nearly as the curve family can. A channel's own curve comes before that for all channels.",
              .parameters = {curve("curve", "0,0 64,50 192,210 255,255", "For all channels"),
                             curve("red", unmoved, "For red"), curve("green", unmoved, "For green"),
                             curve("blue", unmoved, "For blue")},

@@ -24,6 +24,8 @@ public:
     Picture output;
     std::optional<Picture> selectionPicture;
     std::map<std::string, Value> values;
+    // Of operations that write one instead of a picture.
+    std::string drawing;
     // Lines for standard output.
     std::string report;
     Progress& progress;

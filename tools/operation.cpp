@@ -27,8 +27,8 @@ size_t editDistance(const std::string& a, const std::string& b)
 
 const std::vector<Family>& families()
 {
-    static const std::vector<Family> all = {coreFamily(), adjustFamily(), filtersFamily(), sharpeningFamily(),
-                                            seamFamily()};
+    static const std::vector<Family> all = {coreFamily(),       adjustFamily(), filtersFamily(),
+                                            sharpeningFamily(), seamFamily(),   traceFamily()};
     return all;
 }
 

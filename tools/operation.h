@@ -31,8 +31,9 @@ struct Operation
     std::vector<Parameter> parameters = {};
     Selecting selecting = Selecting::byHost;
     bool takesPicture = true;
-    bool closeUp = false;   // the gallery shows a part enlarged, because the whole would not show the difference
-    bool histogram = false; // the gallery shows what it does to the histograms
+    bool closeUp = false;       // the gallery shows a part enlarged, because the whole would not show the difference
+    bool writesDrawing = false; // an SVG file instead of a picture
+    bool histogram = false;     // the gallery shows what it does to the histograms
     std::vector<Example> examples = {Example{}};
     std::function<void(Job&)> run = {};
 };
@@ -55,4 +56,5 @@ Family adjustFamily();
 Family filtersFamily();
 Family sharpeningFamily();
 Family seamFamily();
+Family traceFamily();
 } // namespace host

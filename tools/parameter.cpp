@@ -44,7 +44,7 @@ std::string Parameter::form() const
 {
     switch (kind) {
     case Kind::whole:
-    case Kind::number: return shortest(low) + ".." + shortest(high);
+    case Kind::number: return shortest(low) + ".." + shortest(high) + (word.empty() ? "" : "|" + word);
     case Kind::choice: return joined(choices);
     case Kind::colour: return "RRGGBB";
     case Kind::points: return high == 1 ? "X,Y" : "\"X,Y X,Y ...\"";
@@ -57,6 +57,8 @@ std::string Parameter::form() const
 
 double Parameter::parseNumber(const std::string& text) const
 {
+    if (!word.empty() && text == word)
+        return wordMeaning;
     const std::optional<double> value = finiteNumber(text);
     if (!value)
         throw Failure("--" + name + ": '" + text + "' is not a number");
@@ -88,12 +90,12 @@ std::vector<Point> Parameter::parsePoints(const std::string& text) const
 {
     std::vector<Point> found;
     std::istringstream words(text);
-    for (std::string word; words >> word;) {
-        const size_t comma = std::min(word.find(','), word.size());
-        const auto x = finiteNumber(word.substr(0, comma));
-        const auto y = finiteNumber(word.substr(std::min(comma + 1, word.size())));
+    for (std::string item; words >> item;) {
+        const size_t comma = std::min(item.find(','), item.size());
+        const auto x = finiteNumber(item.substr(0, comma));
+        const auto y = finiteNumber(item.substr(std::min(comma + 1, item.size())));
         if (!x || !y)
-            throw Failure("--" + name + ": '" + word + "' is not a point of the form x,y");
+            throw Failure("--" + name + ": '" + item + "' is not a point of the form x,y");
         found.push_back({*x, *y});
     }
     const auto count = static_cast<double>(found.size());
@@ -113,6 +115,13 @@ Parameter optionalWhole(std::string name, int low, int high, std::string help)
     return {std::move(name), Kind::whole, std::move(help), "", double(low), double(high)};
 }
 
+Parameter wholeOr(std::string name, int low, int high, std::string standard, std::string word, int meaning,
+                  std::string help)
+{
+    return {std::move(name), Kind::whole,  std::move(help), std::move(standard),
+            double(low),     double(high), std::move(word), double(meaning)};
+}
+
 Parameter number(std::string name, double low, double high, double standard, std::string help)
 {
     return {std::move(name), Kind::number, std::move(help), shortest(standard), low, high};
@@ -120,7 +129,7 @@ Parameter number(std::string name, double low, double high, double standard, std
 
 Parameter choice(std::string name, std::vector<std::string> choices, std::string help)
 {
-    return {std::move(name), Kind::choice, std::move(help), choices.front(), 0, 0, choices};
+    return {std::move(name), Kind::choice, std::move(help), choices.front(), 0, 0, "", 0, choices};
 }
 
 Parameter colour(std::string name, std::string standard, std::string help)
@@ -140,7 +149,7 @@ Parameter flag(std::string name, std::string help)
 
 Parameter picture(std::string name, std::string help)
 {
-    return {std::move(name), Kind::picture, std::move(help), "", 0, 0, {}, true};
+    return {std::move(name), Kind::picture, std::move(help), "", 0, 0, "", 0, {}, true};
 }
 
 Parameter optionalPicture(std::string name, std::string help)
@@ -150,7 +159,7 @@ Parameter optionalPicture(std::string name, std::string help)
 
 Parameter mask(std::string name, std::string help)
 {
-    return {std::move(name), Kind::mask, std::move(help), "", 0, 0, {}, true};
+    return {std::move(name), Kind::mask, std::move(help), "", 0, 0, "", 0, {}, true};
 }
 
 Parameter optionalMask(std::string name, std::string help)

@@ -30,6 +30,8 @@ struct Parameter
     std::string standard; // the default as the user would type it; empty for flags, pictures, no points and no number
     double low = 0;
     double high = 0;
+    std::string word = ""; // may stand for a number
+    double wordMeaning = 0;
     std::vector<std::string> choices = {};
     bool required = false;
 
@@ -52,6 +54,9 @@ struct Parameter
 Parameter whole(std::string name, int low, int high, int standard, std::string help);
 // Without a default: if the user gives none it has no value.
 Parameter optionalWhole(std::string name, int low, int high, std::string help);
+// The same, or a word that stands for another number.
+Parameter wholeOr(std::string name, int low, int high, std::string standard, std::string word, int meaning,
+                  std::string help);
 Parameter number(std::string name, double low, double high, double standard, std::string help);
 // The first choice is the default.
 Parameter choice(std::string name, std::vector<std::string> choices, std::string help);

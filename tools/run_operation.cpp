@@ -50,7 +50,9 @@ std::optional<std::string> parse(const Operation& operation, const std::vector<s
     CLI::App app(operation.summary + ".", "lumivex " + operation.name);
     if (operation.takesPicture)
         app.add_option("IN", request.input, "Picture to read, PNG or JPEG")->type_name("")->required();
-    app.add_option("-o,--output", request.output, "Picture to write, .png or .jpg; a JPEG has no transparency")
+    app.add_option("-o,--output", request.output,
+                   operation.writesDrawing ? "Drawing to write, .svg"
+                                           : "Picture to write, .png or .jpg; a JPEG has no transparency")
         ->type_name("OUT")
         ->required(operation.takesPicture);
     for (const Parameter& parameter : operation.parameters)
@@ -116,10 +118,11 @@ std::string runOperation(const Operation& operation, const std::vector<std::stri
     if (const auto help = parse(operation, arguments, request))
         return *help;
     if (request.output)
-        checkPictureName(*request.output);
+        (operation.writesDrawing ? checkDrawingName : checkPictureName)(*request.output);
 
     std::string report;
     Picture result;
+    std::string drawing;
     {
         Progress progress(request.quiet);
         Job job(progress);
@@ -130,8 +133,11 @@ std::string runOperation(const Operation& operation, const std::vector<std::stri
             IM_ClipImage(job.out(), job.in(), job.selection(), job.width(), job.height());
         report = std::move(job.report);
         result = std::move(job.output);
+        drawing = std::move(job.drawing);
     }
-    if (request.output)
+    if (request.output && operation.writesDrawing)
+        writeDrawing(*request.output, drawing);
+    else if (request.output)
         writePicture(*request.output, result);
     return report;
 }

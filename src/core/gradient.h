@@ -33,8 +33,7 @@ inline auto isSteeperThan(int32_t threshold, P nw, P n, P ne, P w, P e, P sw, P 
         const auto twice = addChannels(middle);
         return addChannels(first) + twice + twice + addChannels(last);
     };
-    const auto squares =
-        squaredSum(line(ne, e, se) - line(nw, w, sw)) + squaredSum(line(sw, s, se) - line(nw, n, ne));
+    const auto squares = squaredSum(line(ne, e, se) - line(nw, w, sw)) + squaredSum(line(sw, s, se) - line(nw, n, ne));
     return squares > 9 * threshold * threshold;
 }
 } // namespace lumivex::LUMIVEX_LEVEL

@@ -155,7 +155,8 @@ uint32_t thin(const Target& picture, const Thinning& call, uint32_t* progress)
             words(deletable)[x] = ~uint64_t{0};
         }
         if (call.gate != nullptr) {
-            fillRow(words(deletable), call.gate + y * size.width * 4, size.width, [](auto gate) { return selects(gate); });
+            fillRow(words(deletable), call.gate + y * size.width * 4, size.width,
+                    [](auto gate) { return selects(gate); });
         }
         words(deletable)[0] &= ~uint64_t{3};
         for (int64_t x = size.width - border; x < layout.words * 64; ++x) {
@@ -169,8 +170,8 @@ uint32_t thin(const Target& picture, const Thinning& call, uint32_t* progress)
     const int64_t step = 10000 / (int64_t{size.height} * passCount);
     unroll<passCount>([&](auto pass) {
         for (int64_t y = border; y < size.height - border; ++y) {
-            runPass<pass>(pass % 2 == 0 ? even : odd, pass % 2 == 0 ? odd : even, map(deletable) + layout.row(y), layout,
-                          y);
+            runPass<pass>(pass % 2 == 0 ? even : odd, pass % 2 == 0 ? odd : even, map(deletable) + layout.row(y),
+                          layout, y);
             __atomic_store_n(progress, static_cast<uint32_t>((10000 / passCount * pass + y * step) / 100),
                              __ATOMIC_RELAXED);
         }

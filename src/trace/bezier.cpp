@@ -156,10 +156,7 @@ private:
         return inside(j) ? place(j) : inside(mirrored) ? 2.0 * place(end) - place(mirrored) : Place{0, 0};
     }
 
-    Place tangent(int64_t i) const
-    {
-        return 0.7 * unit(at(i + 1) - at(i - 1)) + 0.3 * unit(at(i + 2) - at(i - 2));
-    }
+    Place tangent(int64_t i) const { return 0.7 * unit(at(i + 1) - at(i - 1)) + 0.3 * unit(at(i + 2) - at(i - 2)); }
 
     static Point narrowed(Place place) { return {static_cast<float>(place.x), static_cast<float>(place.y)}; }
 

@@ -21,7 +21,9 @@ void writeMidpoint(float* point, const Side& edge, float scaleX, float scaleY, i
 int32_t TRACE_Parcourir(int32_t* records, int32_t* map, float* points, int32_t most, uint32_t start, float scale_x,
                         float scale_y, int32_t stride, int32_t offset_x, int32_t offset_y)
 {
-    const auto entryOf = [=](const Side& edge) { return map + int64_t{edge.y} * stride + int64_t{edge.x} * 4 + edge.side; };
+    const auto entryOf = [=](const Side& edge) {
+        return map + int64_t{edge.y} * stride + int64_t{edge.x} * 4 + edge.side;
+    };
     // Without scaling, doubles hold everything exactly, so that they round to the same floats as wider numbers.
     const bool unscaled = scale_x == 1 && scale_y == 1;
     int32_t count = 0;

@@ -61,6 +61,8 @@ const Mistake mistakes[] = {
     {"tooWide", "carve in.png -o out.png --width 61", "--width: 61 is more than twice the 30"},
     {"nothingToCarve", "carve in.png -o out.png", "neither a size is given nor anything to remove"},
     {"allGivenAway", "carve in.png -o out.png --remove all.png", "nothing would be left"},
+    {"noDrawing", "trace in.png -o out.png", "must end in .svg"},
+    {"neitherNumberNorWord", "thin in.png -o out.png --thin soon", "'soon' is not a number"},
     {"unknownFormat", "invert in.png -o out.gif", "must end in .png"},
     {"noName", "invert in.png -o nowhere/", "'nowhere/'"},
     {"noFolder", "invert in.png -o nowhere/out.png", "there is no folder 'nowhere'"},

@@ -104,7 +104,8 @@ TEST(Fitting, HasThePlainMeaning)
         const int32_t count = round < 40 ? round + 1 : static_cast<int32_t>(1 + random.below(200));
         const Floats points = path(count, random);
         const double handle = random.oneOf({67.0, 0.0, 100.0, -30.0, 1e300});
-        const double error = random.oneOf({0.5, 1.0, 0.05, 30.0, 1e-9, 0.0, -1.0, double{infinity}, double{notANumber}});
+        const double error =
+            random.oneOf({0.5, 1.0, 0.05, 30.0, 1e-9, 0.0, -1.0, double{infinity}, double{notANumber}});
         Floats library(static_cast<size_t>(count) * 8 + 8, untouched);
         Floats plainly = library;
         uint32_t counts[2] = {77, 77};

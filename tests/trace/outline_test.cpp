@@ -76,7 +76,7 @@ std::vector<Points> outlinesOf(const std::vector<std::string>& rows)
 TEST(Outlines, GraphsAndWalksHaveThePlainMeaning)
 {
     Random random(31);
-    const std::pair<int32_t, int32_t> sizes[] = {{1, 1}, {1, 7}, {9, 1},   {2, 2},  {3, 5},   {63, 9},
+    const std::pair<int32_t, int32_t> sizes[] = {{1, 1},  {1, 7},  {9, 1},   {2, 2},   {3, 5},    {63, 9},
                                                  {64, 9}, {65, 9}, {66, 20}, {128, 7}, {129, 30}, {300, 41}};
     for (const auto& [width, height] : sizes) {
         for (int round = 0; round < 24; ++round) {
@@ -132,8 +132,7 @@ TEST(Outlines, GraphsAndWalksHaveThePlainMeaning)
 
 TEST(Outlines, OnePixelIsWalkedTopLeftBottomRight)
 {
-    EXPECT_EQ(outlinesOf({"...", ".#.", "..."}),
-              (std::vector<Points>{{{1, 0.5F}, {0.5F, 1}, {1, 1.5F}, {1.5F, 1}}}));
+    EXPECT_EQ(outlinesOf({"...", ".#.", "..."}), (std::vector<Points>{{{1, 0.5F}, {0.5F, 1}, {1, 1.5F}, {1.5F, 1}}}));
 }
 
 TEST(Outlines, CornersDoNotJoinAndHolesAreOutlinesToo)

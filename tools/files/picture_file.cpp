@@ -54,11 +54,17 @@ Picture decode(const Bytes& bytes)
 
 using Encoder = Bytes (*)(const Picture&);
 
-Encoder encoderFor(const std::filesystem::path& path)
+std::string extensionOf(const std::filesystem::path& path)
 {
     std::string extension = path.extension().string();
     std::transform(extension.begin(), extension.end(), extension.begin(),
                    [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return extension;
+}
+
+Encoder encoderFor(const std::filesystem::path& path)
+{
+    const std::string extension = extensionOf(path);
     if (extension == ".png")
         return encodePng;
     if (extension == ".jpg" || extension == ".jpeg")
@@ -114,5 +120,18 @@ void writePicture(const std::filesystem::path& path, const Picture& picture)
 {
     checkPictureName(path);
     writeWhole(path, encoderFor(path)(picture));
+}
+
+void checkDrawingName(const std::filesystem::path& path)
+{
+    checkOutputName(path);
+    if (extensionOf(path) != ".svg")
+        throw Failure("cannot write " + inQuotes(path) + ": the name must end in .svg");
+}
+
+void writeDrawing(const std::filesystem::path& path, const std::string& svg)
+{
+    checkDrawingName(path);
+    writeWhole(path, {reinterpret_cast<const uint8_t*>(svg.data()), svg.size()});
 }
 } // namespace host

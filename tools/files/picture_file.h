@@ -18,4 +18,8 @@ void writePicture(const std::filesystem::path& path, const Picture& picture);
 
 // Refuses a name that writePicture would refuse, before the work is done and not after.
 void checkPictureName(const std::filesystem::path& path);
+
+// The same for drawings, which are SVG.
+void writeDrawing(const std::filesystem::path& path, const std::string& svg);
+void checkDrawingName(const std::filesystem::path& path);
 } // namespace host

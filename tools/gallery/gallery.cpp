@@ -53,7 +53,8 @@ Shown runExample(const Operation& operation, const Example& example, const Pictu
 {
     Shown shown;
     shown.input = example.input;
-    shown.output = operation.name + (number == 1 ? "" : '-' + std::to_string(number)) + ".png";
+    shown.output = operation.name + (number == 1 ? "" : '-' + std::to_string(number)) +
+                   (operation.writesDrawing ? ".svg" : ".png");
     std::string arguments = (example.input.empty() ? "" : example.input + " ") + "-o " + shown.output;
     if (!example.arguments.empty())
         arguments.append(" ").append(withSizes(example.arguments, scene));

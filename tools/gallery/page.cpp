@@ -95,6 +95,13 @@ std::string commandLine(const std::string& command)
     return html + "</span></code>";
 }
 
+// Long lists are for programs.
+std::string beginning(const std::string& report)
+{
+    constexpr size_t most = 160;
+    return report.size() <= most ? report : report.substr(0, report.rfind('\n', most)) + " ...";
+}
+
 std::string card(const ShownOperation& shown)
 {
     const Operation& operation = *shown.operation;
@@ -110,7 +117,7 @@ std::string card(const ShownOperation& shown)
         }
         std::string more = commandLine(example.command);
         if (!example.report.empty())
-            more += "<p class=\"report\">" + escaped(example.report) + "</p>";
+            more += "<p class=\"report\">" + escaped(beginning(example.report)) + "</p>";
         figures += figure(example.output, example.output + part, operation.closeUp, example.outputHistogram, more);
         ++count;
     }

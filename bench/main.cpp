@@ -2,6 +2,7 @@
 #include "measure.h"
 #include "photograph.h"
 #include "seams.h"
+#include "tracing.h"
 
 #include "lumivex.h"
 
@@ -264,5 +265,6 @@ int main(int argc, char** argv)
     addBlurs(b);
     addSharpening(b);
     addSeams();
+    addTracing();
     return run(argc, argv);
 }

@@ -104,7 +104,7 @@ Outlines outlinesOf(Job& job)
         throw Failure("--thin: transparency is not thinned; --by white takes a mask");
     thinMap(job, thin, count);
     job.progress.begin("outlines");
-    return traceOutlines(job.output.data(), job.width(), job.height(), channel, job.whole("smooth"));
+    return OutlineTracer(job.width(), job.height()).trace(job.output.data(), channel, job.whole("smooth"));
 }
 
 void trace(Job& job)
@@ -185,8 +185,7 @@ void thin(Job& job)
     const bool gated = job.flag("opaque-only") != 0;
     repeat(job, job.whole("thin"), [&] {
         MORPH_ThinningCouleur(job.out(), 0, gated ? job.in() : nullptr, job.width(), job.height(), ground.red,
-                              ground.green, ground.blue, line.red, line.green, line.blue, gated ? 1 : 0,
-                              job.counter());
+                              ground.green, ground.blue, line.red, line.green, line.blue, gated ? 1 : 0, job.counter());
     });
 }
 
@@ -237,7 +236,8 @@ Family traceFamily()
                             colour("ground", "000000", "With colours: of the background"),
                             flag("opaque-only", "With colours: leave transparent pixels")},
              .selecting = Selecting::none,
-             .examples = {{"--lines yellow --thin 3", "edges.png"}, {"--lines yellow --thin until-stable", "edges.png"}},
+             .examples = {{"--lines yellow --thin 3", "edges.png"},
+                          {"--lines yellow --thin until-stable", "edges.png"}},
              .run = thin},
             {.name = "trace",
              .exported = "TRACE_GetData, TRACE_DataBordure, TRACE_GetBordureTrans, TRACE_NoirPlusUn, TRACE_Parcourir, "

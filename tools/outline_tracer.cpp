@@ -10,6 +10,8 @@ namespace host
 {
 namespace
 {
+constexpr size_t numbersPerRecord = 9;
+
 // The library's arrays of floats and points are the same thing.
 static_assert(sizeof(OutlinePoint) == 2 * sizeof(float) && sizeof(CurveSegment) == 8 * sizeof(float));
 
@@ -34,26 +36,44 @@ Outline closed(const Outline& outline)
 }
 } // namespace
 
-Outlines traceOutlines(const uint8_t* map, int32_t width, int32_t height, MapChannel channel, int32_t smoothing)
+// Enough for the worst case; the system provides only what is touched.
+OutlineTracer::OutlineTracer(int32_t mapWidth, int32_t mapHeight)
+    : width(mapWidth), height(mapHeight),
+      index(std::make_unique_for_overwrite<int32_t[]>(static_cast<size_t>(width) * static_cast<size_t>(height) * 4)),
+      records(std::make_unique_for_overwrite<int32_t[]>(static_cast<size_t>(width) * static_cast<size_t>(height) * 4 *
+                                                        numbersPerRecord))
+{
+}
+
+// The walk looks up edges only, and the graph writes the entry of every edge: in a two-level map the one exception are
+// sides that face out of the picture, which may be none. So a whole index map, as large as four pictures, need not be
+// filled.
+void OutlineTracer::clearFrame()
+{
+    const int64_t rowEntries = int64_t{width} * 4;
+    std::fill_n(index.get(), rowEntries, -1);
+    std::fill_n(index.get() + (height - 1) * rowEntries, rowEntries, -1);
+    for (int64_t y = 0; y < height; ++y) {
+        std::fill_n(index.get() + y * rowEntries, 4, -1);
+        std::fill_n(index.get() + (y + 1) * rowEntries - 4, 4, -1);
+    }
+}
+
+Outlines OutlineTracer::trace(const uint8_t* map, MapChannel channel, int32_t smoothing)
 {
     // Smoothing keeps what lies more than 0.7 off its neighbours. In pixels these are real corners, by 1.06, but also
     // the steps of slanted lines, by 0.71. A little smaller, only the former are.
     constexpr float scale = 1.25f;
-    constexpr size_t numbersPerRecord = 9;
-    const auto entries = static_cast<size_t>(width) * static_cast<size_t>(height) * 4;
-    // Enough for the worst case. The system provides only what is touched.
-    const auto records = std::make_unique_for_overwrite<int32_t[]>(entries * numbersPerRecord);
-    std::vector<int32_t> index(entries, -1);
-
+    clearFrame();
     Outlines outlines;
     int32_t count = 0;
     if (channel == MapChannel::green) {
         uint8_t framed = 0;
-        count = TRACE_GetData(map, records.get(), index.data(), width, height, &framed);
+        count = TRACE_GetData(map, records.get(), index.get(), width, height, &framed);
         outlines.framed = framed != 0;
     } else {
         const auto build = channel == MapChannel::blue ? TRACE_DataBordure : TRACE_GetBordureTrans;
-        count = build(map, records.get(), index.data(), width, height);
+        count = build(map, records.get(), index.get(), width, height);
         // No edge faces out of the picture although its first pixel is foreground: then the frame is.
         const uint8_t first = map[channel == MapChannel::blue ? 0 : 3];
         outlines.framed = first != 0 && index[0] < 0;
@@ -63,7 +83,7 @@ Outlines traceOutlines(const uint8_t* map, int32_t width, int32_t height, MapCha
     for (int32_t start = 0; start < count; ++start) {
         if (records[static_cast<size_t>(start) * numbersPerRecord] == -1)
             continue;
-        const int32_t length = TRACE_Parcourir(records.get(), index.data(), floats(points), count,
+        const int32_t length = TRACE_Parcourir(records.get(), index.get(), floats(points), count,
                                                static_cast<uint32_t>(start), scale, scale, width * 4, 0, 0);
         outlines.all.emplace_back(points.begin(), points.begin() + length);
         smooth(outlines.all.back(), smoothing);

@@ -31,9 +31,24 @@ struct Outlines
     bool framed = false;
 };
 
-// The outlines of a map of width * height pixels, holes included, smoothed in one of the four ways; 0 for none. The
-// map's upper left corner is (0, 0), so that pixel centres lie halfway between whole numbers.
-Outlines traceOutlines(const uint8_t* map, int32_t width, int32_t height, MapChannel channel, int32_t smoothing);
+// Traces maps of one size, as often as wanted, in memory that it keeps.
+class OutlineTracer
+{
+public:
+    OutlineTracer(int32_t mapWidth, int32_t mapHeight);
+
+    // The outlines of a map, holes included, smoothed in one of the four ways; 0 for none. The map's upper left corner
+    // is (0, 0), so that pixel centres lie halfway between whole numbers.
+    Outlines trace(const uint8_t* map, MapChannel channel, int32_t smoothing);
+
+private:
+    void clearFrame();
+
+    int32_t width;
+    int32_t height;
+    std::unique_ptr<int32_t[]> index;
+    std::unique_ptr<int32_t[]> records;
+};
 
 // Curves round the whole outline.
 std::vector<CurveSegment> fitCurves(const Outline& outline, double handle, double error);

@@ -1,6 +1,7 @@
 // The graph of the edges between foreground and background: one record for each side, linked to the next at its ends.
 #include "core/bits.h"
 #include "core/level.h"
+#include "core/prefetch.h"
 #include "trace/edges.h"
 
 #include <algorithm>
@@ -192,6 +193,8 @@ private:
     {
         const Links& links = linksOf[solid];
         int32_t* const entries = map_ + (int64_t{y} * picture_.size.width + x) * sideCount;
+        // Outlines go on below; the map is far larger than the caches.
+        prefetch(entries, int64_t{prefetchRows} * picture_.size.width * sideCount);
         for (; sides != 0; sides &= sides - 1) {
             const int side = std::countr_zero(sides);
             int32_t* const record = records_ + int64_t{count_} * numbersPerRecord;
@@ -208,6 +211,8 @@ private:
             }
         }
     }
+
+    static constexpr int prefetchRows = 4;
 
     Source picture_;
     int32_t* records_;

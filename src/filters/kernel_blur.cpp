@@ -1,21 +1,15 @@
 // Blurs by fixed kernels of 5 x 5, 7 x 7 and 9 x 9 weights.
 #include "core/interior.h"
 #include "core/level.h"
-#include "core/widths.h"
+#include "core/window_row.h"
 #include "filters/kernels.h"
 
-#include <algorithm>
-#include <optional>
+#include <cstdlib>
 
 namespace lumivex::LUMIVEX_LEVEL
 {
 namespace
 {
-// Half a register of pixels goes into a register of 16-bit channels.
-using Block = HalfOf<Pixels>;
-constexpr int blockPixels = laneCount<Block>;
-constexpr int channels = 4;
-
 /// Bytes of weight-times-sum divided by the weights' total, truncated.
 ///
 /// sumOf(i) adds up the bytes of weight kernel.distinct()[i]: those of equal weight are added first, in 16 bits, and
@@ -49,19 +43,21 @@ template <const auto& kernel, class SumOf>
 }
 
 /// Sums over the rows y - d and y + d, for each distance d, of the bytes of some columns. The window is symmetric.
-template <int border>
-struct ColumnSums
+template <const auto& kernel>
+struct KernelWindow
 {
-    static constexpr int stripPixels = 256;
-    alignas(64) uint16_t values[border + 1][(stripPixels + 2 * border) * channels];
+    static constexpr int border = kernel.border;
+    static constexpr uint32_t total = kernel.total();
+    alignas(64) WindowSums<border> values[border + 1];
 
-    /// For columns first..first + count - 1 of the picture; count is at least blockPixels.
+    static constexpr int weightAt(int dx, int dy) { return kernel.at(std::abs(dx), std::abs(dy)); }
+
     void fill(const Source& source, int64_t y, int64_t first, int64_t count)
     {
         unroll<border + 1>([&](auto distance) {
             const uint8_t* const above = source.at(first, y - distance);
             const uint8_t* const below = source.at(first, y + distance);
-            coverInSteps(0, count * channels, laneCount<Words>, [&](int64_t i) {
+            coverInSteps(0, count * windowChannels, laneCount<Words>, [&](int64_t i) {
                 Words sum = widenBytes(load<HalfBytes>(above + i));
                 if constexpr (distance > 0) {
                     sum += widenBytes(load<HalfBytes>(below + i));
@@ -71,12 +67,10 @@ struct ColumnSums
         });
     }
 
-    /// Column `x` of the strip, whose window starts at column x of `values`.
-    template <const auto& kernel>
     HalfBytes averageAt(int64_t x) const
     {
         const auto at = [&](int distance, int column) {
-            return load<Words>(&values[distance][(x + column) * channels]);
+            return load<Words>(&values[distance][(x + column) * windowChannels]);
         };
         return average<kernel>([&](auto i) {
             constexpr int weight = kernel.distinct().values[i];
@@ -96,55 +90,11 @@ struct ColumnSums
     }
 };
 
-/// One pixel, as the kernel says it: for pictures narrower than a block.
-template <const auto& kernel>
-uint32_t averagePixel(const Source& source, int64_t x, int64_t y)
-{
-    uint32_t sums[3] = {};
-    for (int dy = -kernel.border; dy <= kernel.border; ++dy) {
-        for (int dx = -kernel.border; dx <= kernel.border; ++dx) {
-            const uint8_t* const pixel = source.at(x + dx, y + dy);
-            for (int channel = 0; channel < 3; ++channel) {
-                sums[channel] += static_cast<uint32_t>(kernel.at(std::abs(dx), std::abs(dy))) * pixel[channel];
-            }
-        }
-    }
-    return pixelOf(sums[0] / kernel.total(), sums[1] / kernel.total(), sums[2] / kernel.total());
-}
-
-template <const auto& kernel>
-void blurRow(const Target& target, const Source& source, const Selection& selection, int64_t y)
-{
-    constexpr int border = kernel.border;
-    const int64_t end = source.size.width - border;
-    const auto write = [&]<class P>(int64_t x, P colour) {
-        uint8_t* const out = target.at(x, y);
-        const P old = load<P>(out);
-        const P blurred = withColour(old, colour);
-        const uint8_t* const mask = selection.from((y * source.size.width + x) * channels);
-        store(out, mask == nullptr ? blurred : select(selects(load<P>(mask)), blurred, old));
-    };
-    if (end - border < blockPixels) {
-        for (int64_t x = border; x < end; ++x) {
-            write(x, averagePixel<kernel>(source, x, y));
-        }
-        return;
-    }
-    ColumnSums<border> sums;
-    for (int64_t from = border; from < end; from += sums.stripPixels) {
-        const int64_t to = std::min<int64_t>(from + sums.stripPixels, end);
-        const int64_t first = std::min(from, to - blockPixels);
-        sums.fill(source, y, first - border, to - first + 2 * border);
-        coverInSteps(first, to, blockPixels,
-                     [&](int64_t x) { write(x, std::bit_cast<Block>(sums.template averageAt<kernel>(x - first))); });
-    }
-}
-
 template <const auto& kernel>
 void blur(const Target& target, const Source& source, const Selection& selection, const Progress* progress)
 {
     forEachInteriorRow(source.size, kernel.border, [&](int64_t y) {
-        blurRow<kernel>(target, source, selection, y);
+        mapWindowRow<KernelWindow<kernel>>(target, source, selection, y);
         if (progress != nullptr) {
             progress->rowDone(y);
         }

@@ -1,24 +1,19 @@
 // Erosion and dilation of each channel by the four nearest neighbours.
-#include "core/channels.h"
-#include "core/interior.h"
+#include "core/cross.h"
 #include "core/level.h"
 
 namespace lumivex::LUMIVEX_LEVEL
 {
 namespace
 {
-/// Each byte becomes rule(itself, what the largest of its four neighbours has over it).
+/// Each byte becomes rule(itself, its four neighbours...).
 template <class Rule>
 int32_t mapCrosses(const Target& target, const Source& source, const Selection& selection, uint32_t* progress,
                    Rule rule)
 {
     const Progress counter(progress, source.size.height);
-    const auto bytes = [=](auto centre, auto up, auto down, auto left, auto right) {
-        return rule(centre, excess(maximum(maximum(up, down), maximum(left, right)), centre));
-    };
     forEachInteriorRow(source.size, 1, [&](int64_t y) {
-        mapInteriorRow<1, Offset{0, 0}, Offset{0, -1}, Offset{0, 1}, Offset{-1, 0}, Offset{1, 0}>(
-            target, source, selection, y, [=](auto... pixels) { return byBytes(bytes, pixels...); });
+        mapCrossRow(target, source, selection, y, rule);
         counter.rowDone(y);
     });
     return source.size.height;
@@ -29,7 +24,9 @@ int32_t IM_ErosionRGB(uint8_t* destination, const uint8_t* source, const uint8_t
                       int32_t height, uint8_t use_selection, uint32_t* progress)
 {
     const Size size{width, height};
-    const auto loseAll = [](auto centre, auto over) { return excess(centre, over); };
+    const auto loseAll = [](auto centre, auto up, auto down, auto left, auto right) {
+        return excess(centre, excess(maximum(maximum(up, down), maximum(left, right)), centre));
+    };
     return mapCrosses({destination, size}, {source, size}, {selection, use_selection}, progress, loseAll);
 }
 
@@ -38,7 +35,6 @@ int32_t IM_DilatationRGB(uint8_t* destination, const uint8_t* source, const uint
 {
     const Size size{width, height};
     // Half of it only, where the erosion takes all: that is meant.
-    const auto gainHalf = [](auto centre, auto over) { return centre + (over >> uint8_t{1}); };
-    return mapCrosses({destination, size}, {source, size}, {selection, use_selection}, progress, gainHalf);
+    return mapCrosses({destination, size}, {source, size}, {selection, use_selection}, progress, halfWayUp);
 }
 } // namespace lumivex::LUMIVEX_LEVEL

@@ -779,6 +779,344 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_Contour(uint8_t* destination, const uint8_t*
                                             const uint8_t* stop);
 
 /* =====================================================================================================================
+ * mask: mask pictures and outlines
+ *
+ * A mask picture is a picture of which one byte a pixel counts: 255 is inside, 0 outside. That is byte 0, in the place
+ * of blue, unless a function says red, which is byte 2. What asks for "inside" wants 255 exactly; values between come
+ * from softened masks and are treated as each function says. Other bytes of a mask are not looked at, and stay as they
+ * are where a function writes a mask.
+ *
+ * mask            The mask picture.
+ * image           The picture that is written.
+ * red, green, blue  A colour, 0..255 each.
+ *
+ * Rectangles are four numbers in pixels, left, right, top, bottom, and lie within the picture: they are not clipped. In
+ * an inclusive one the last column x1 and the last row y1 belong to it, in a half-open one they do not. A rectangle
+ * without columns or rows is not processed. Functions marked "height is only returned" do not look at it otherwise.
+ *
+ * Only the bytes named are written. No function here takes a selection or progress.
+ * ================================================================================================================== */
+
+/* Adds the red pixels of a picture to a mask, or takes them from it: byte 0 of the mask becomes 255 or 0 where the
+ * picture's red is 255, and stays elsewhere.
+ *
+ * source          The picture with the red strokes.
+ * value           Not 0 adds, 0 takes away.
+ *
+ * In place: yes. Returns 1. */
+LUMIVEX_API int32_t LUMIVEX_CALL DS_Image2Mask(const uint8_t* source, uint8_t* mask, int32_t width, int32_t height,
+                                               uint8_t value);
+
+/* Shows a selection: alpha becomes 255 where the mask is 255, and 80 elsewhere, dimmed rather than removed.
+ *
+ * In place: yes. Returns 1. */
+LUMIVEX_API int32_t LUMIVEX_CALL DS_Mask2Transparent(const uint8_t* mask, uint8_t* image, int32_t width,
+                                                     int32_t height);
+
+/* DS_Mask2Transparent in an inclusive rectangle.
+ *
+ * height          Ignored.
+ *
+ * In place: yes. Returns 1. */
+LUMIVEX_API int32_t LUMIVEX_CALL DS_Mask2TransparentClip(const uint8_t* mask, uint8_t* image, int32_t width,
+                                                         int32_t height, int32_t x0, int32_t x1, int32_t y0,
+                                                         int32_t y1);
+
+/* Cuts away what a mask of another size selects: alpha becomes 0 at (x, y) where the mask is 255 at
+ *     (trunc(x * horizontal_scale), trunc(y * vertical_scale)),
+ * with exact products, and stays elsewhere. The reverse of DS_Mask2Transparent.
+ *
+ * mask            mask_width * 4 bytes a row, with all the rows that vertical_scale leads to.
+ * mask_height     Ignored.
+ * horizontal_scale, vertical_scale  Normally mask_width / width and mask_height / height. Pixels that lead to no column
+ *                 of the mask, to rows before its first, or nowhere, as with not-a-number, stay as they are.
+ *
+ * In place: no. Returns 1. */
+LUMIVEX_API int32_t LUMIVEX_CALL DS_Mask2TransparentAppliquer(const uint8_t* mask, uint8_t* image, int32_t width,
+                                                              int32_t height, int32_t mask_width, int32_t mask_height,
+                                                              float horizontal_scale, float vertical_scale);
+
+/* Selects by colour: turns the picture itself into a mask picture, 255 0 0 where each channel v of a pixel fulfils
+ *     reference - tolerance < v < reference + tolerance,
+ * 0 0 0 elsewhere, alpha 255 everywhere; and gives the bounds of what matched. A tolerance of 0 matches nothing.
+ *
+ * image           The picture, changed in place.
+ * red, green, blue  The reference.
+ * left, right, top, bottom  Where the least and largest x and y of the matches are written; not NULL. They start at
+ *                 width - 2, 0, height - 2, 0, and what comes out below 1 as the least is written as 1: so it is meant.
+ *                 A left greater than right, or a top greater than bottom, says that nothing matched. They are written
+ *                 also for a picture without pixels.
+ *
+ * Returns the tolerance. */
+LUMIVEX_API int32_t LUMIVEX_CALL DS_EcartCouleur(uint8_t* image, int32_t width, int32_t height, uint8_t red,
+                                                 uint8_t green, uint8_t blue, uint8_t tolerance, int32_t* left,
+                                                 int32_t* right, int32_t* top, int32_t* bottom);
+
+/* The outline of a mask, just inside it. Where the mask is 255, a pixel with all four nearest neighbours in the picture
+ * and none of them 0 becomes 0 0 0 0, any other takes the colour, with alpha 255. Where the mask is not 255, alpha
+ * becomes 0 and the colour stays. A neighbour counts from 1 on: that is meant.
+ *
+ * destination     The picture of the outline.
+ *
+ * In place: no. Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL DS_Mask2Border(const uint8_t* mask, uint8_t* destination, int32_t width,
+                                                int32_t height, uint8_t red, uint8_t green, uint8_t blue);
+
+/* DS_Mask2Border in an inclusive rectangle. Neighbours are looked at beyond the rectangle. In place: no. Returns
+ * height. */
+LUMIVEX_API int32_t LUMIVEX_CALL DS_Mask2BorderClip(const uint8_t* mask, uint8_t* destination, int32_t width,
+                                                    int32_t height, int32_t x0, int32_t x1, int32_t y0, int32_t y1,
+                                                    uint8_t red, uint8_t green, uint8_t blue);
+
+/* DS_Mask2Border with the mask in red. In place: no. Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL LA_Data2Border(const uint8_t* mask, uint8_t* destination, int32_t width,
+                                                int32_t height, uint8_t red, uint8_t green, uint8_t blue);
+
+/* The outline of a mask in red, just outside it. A pixel of 0 takes the colour, with alpha 255, if one of its four
+ * nearest neighbours is 255, and becomes 0 0 0 0 if none is. For others alpha becomes 0 and the colour stays. In the
+ * picture's first and last column and row it is different: there a pixel takes the colour if it is 255 itself or its
+ * neighbour toward the middle is, and is otherwise left with alpha 0. The corners belong to the columns.
+ *
+ * destination     The picture of the outline.
+ * flags           width * height bytes: 255 is written where the mask is 255, nothing elsewhere.
+ *
+ * In place: no. Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL LA_Data2BorderOut(const uint8_t* mask, uint8_t* destination, uint8_t* flags,
+                                                   int32_t width, int32_t height, uint8_t red, uint8_t green,
+                                                   uint8_t blue);
+
+/* Grows a mask by a pixel: for each pixel of a half-open rectangle that is not 0 in the source, the eight round it
+ * become 255 in the destination. The pixel itself is not written: the host passes a copy of the source as destination.
+ *
+ * destination     The mask to write, byte 0.
+ * source          The mask to read, byte 0.
+ * height          Only returned.
+ * x0, x1, y0, y1  At least one pixel inside the picture's edges, as the neighbours are written.
+ *
+ * In place: no. Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL DS_Dilatation_iData(uint8_t* destination, const uint8_t* source, int32_t width,
+                                                     int32_t height, int32_t x0, int32_t x1, int32_t y0, int32_t y1);
+
+/* Shrinks a mask by a pixel: DS_Dilatation_iData with the eight round each pixel of 0 becoming 0. In place: no. Returns
+ * height. */
+LUMIVEX_API int32_t LUMIVEX_CALL DS_Erosion_iData(uint8_t* destination, const uint8_t* source, int32_t width,
+                                                  int32_t height, int32_t x0, int32_t x1, int32_t y0, int32_t y1);
+
+/* DS_Dilatation_iData with the masks in red. In place: no. Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL DS_Dilatation_Rouge(uint8_t* destination, const uint8_t* source, int32_t width,
+                                                     int32_t height, int32_t x0, int32_t x1, int32_t y0, int32_t y1);
+
+/* Grows a soft mask: blue, green and red move half way to the largest of the four nearest neighbours, if that is
+ * larger, truncated. The outer row and column on each side are not written. In place: no. Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL DS_DilatationReduc(uint8_t* destination, const uint8_t* source, int32_t width,
+                                                    int32_t height);
+
+/* Shrinks a soft mask: blue, green and red move half way to the least of the four nearest neighbours, truncated toward
+ * themselves. What is darker than all four gets lighter: that is meant. Borders as for DS_DilatationReduc. In place:
+ * no. Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL DS_ErosionReduc(uint8_t* destination, const uint8_t* source, int32_t width,
+                                                 int32_t height);
+
+/* Softens a mask: blue, green and red become the weighted average of 5 x 5 pixels, truncated, with these weights of
+ * 159:
+ *     2  4  5  4  2
+ *     2  9 12  9  4
+ *     4 12 15 12  5
+ *     5  9 12  9  4
+ *     4  4  5  4  2
+ * The first column stands a row lower than the last: that is meant. The outer two rows and columns on each side are not
+ * written. In place: no. Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL DS_FlouGaussienReduc(uint8_t* destination, const uint8_t* source, int32_t width,
+                                                      int32_t height);
+
+/* Hardens a mask: blue, green and red become (v - 128) * 1.5 + 128, truncated, clamped to 0..255.
+ *
+ * image           The picture, changed in place.
+ *
+ * Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL DS_ContrasterReduc(uint8_t* image, int32_t width, int32_t height);
+
+/* Inverts a mask, in place: byte 0 becomes 255 - v. Returns 1. */
+LUMIVEX_API int32_t LUMIVEX_CALL DS_InverserMask(uint8_t* mask, int32_t width, int32_t height);
+
+/* Makes a picture opaque, in place: alpha becomes 255. Returns 1. */
+LUMIVEX_API int32_t LUMIVEX_CALL DS_EffacerTransparent(uint8_t* image, int32_t width, int32_t height);
+
+/* Exchanges opaque and transparent, in place: alpha becomes 255 - alpha. Returns 1. */
+LUMIVEX_API int32_t LUMIVEX_CALL DS_InverserTransparent(uint8_t* image, int32_t width, int32_t height);
+
+/* Fills a picture with a colour, in place; alpha stays. Returns 1. */
+LUMIVEX_API int32_t LUMIVEX_CALL DS_SetColorData(uint8_t* image, int32_t width, int32_t height, uint8_t red,
+                                                 uint8_t green, uint8_t blue);
+
+/* Copies blue, green and red, and not alpha, its name notwithstanding.
+ *
+ * source          The picture to read.
+ * destination     The picture to write. In place: yes.
+ *
+ * Returns 1. */
+LUMIVEX_API int32_t LUMIVEX_CALL DS_SetAlphaData(const uint8_t* source, uint8_t* destination, int32_t width,
+                                                 int32_t height);
+
+/* Copies alpha, and not the colour.
+ *
+ * source          The picture to read.
+ * destination     The picture to write. In place: yes.
+ *
+ * Returns 1. */
+LUMIVEX_API int32_t LUMIVEX_CALL DS_TransfertAlpha(const uint8_t* source, uint8_t* destination, int32_t width,
+                                                   int32_t height);
+
+/* Copies blue, green and red where the alpha of a third picture is 0.
+ *
+ * key             The picture whose alpha decides.
+ * source          The picture to read.
+ * destination     The picture to write. In place: yes; it may be the key too.
+ *
+ * Returns 1. */
+LUMIVEX_API int32_t LUMIVEX_CALL DS_TransfertDataSelected(const uint8_t* key, const uint8_t* source,
+                                                          uint8_t* destination, int32_t width, int32_t height);
+
+/* =====================================================================================================================
+ * mask: transparency and colour keys
+ *
+ * The PA_ functions paint along a stroke, which the host draws as a mask picture: they change the pixels of an
+ * inclusive rectangle where the stroke's byte 0 is 255 and the test lets them. Rectangles as above.
+ *
+ * stroke          The mask picture of the stroke.
+ * picture         The picture, changed in place.
+ * test            A picture whose alpha restricts the stroke; it may be the picture itself. NULL is fine while use_test
+ *                 is 0.
+ * use_test        Not 0: only pixels whose alpha in `test` is the wanted value; 1..254 never is.
+ * want_transparent  Which value is wanted: 0 if this byte is not 0, else 255.
+ * ================================================================================================================== */
+
+/* Paints transparency: alpha becomes the given value.
+ *
+ * height          Ignored.
+ *
+ * Returns 1. */
+LUMIVEX_API int32_t LUMIVEX_CALL PA_Transparent(const uint8_t* stroke, uint8_t* picture, const uint8_t* test,
+                                                uint8_t alpha, int32_t width, int32_t height, int32_t x0, int32_t x1,
+                                                int32_t y0, int32_t y1, uint8_t use_test, uint8_t want_transparent);
+
+/* Paints opacity: PA_Transparent with alpha 255.
+ *
+ * height          Ignored.
+ *
+ * Returns 1. */
+LUMIVEX_API int32_t LUMIVEX_CALL PA_Opaque(const uint8_t* stroke, uint8_t* picture, const uint8_t* test, int32_t width,
+                                           int32_t height, int32_t x0, int32_t x1, int32_t y0, int32_t y1,
+                                           uint8_t use_test, uint8_t want_transparent);
+
+/* Clones an offset copy of a picture under a stroke. With a = (float)(opacity / 255.0) and b = (float)(1 - a), blue,
+ * green and red become
+ *     clone(x - offset_x, y - offset_y) * a + b * picture(x, y),
+ * truncated, and alpha 255, where that place of the clone source lies within width and height, and the clone source's
+ * alpha at (x, y) itself, not at the place copied from, is 255: that is meant.
+ *
+ * clone           The picture to copy from. It must not be the picture that is written.
+ * opacity         0..255.
+ * offset_x, offset_y  Pixels; any number.
+ *
+ * Returns 1. */
+LUMIVEX_API int32_t LUMIVEX_CALL PA_Copie(const uint8_t* stroke, const uint8_t* clone, uint8_t* picture,
+                                          const uint8_t* test, uint8_t opacity, int32_t width, int32_t height,
+                                          int32_t x0, int32_t x1, int32_t y0, int32_t y1, uint8_t use_test,
+                                          uint8_t want_transparent, int32_t offset_x, int32_t offset_y);
+
+/* Alpha from grey, in a half-open rectangle: alpha becomes byte 0 of the grey picture.
+ *
+ * picture         The picture whose alpha is written. In place: yes.
+ * grey            The grey picture: black becomes transparent, white opaque.
+ * height          Only returned.
+ *
+ * Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL RE_Black2Trans(uint8_t* picture, const uint8_t* grey, int32_t width, int32_t height,
+                                                int32_t x0, int32_t x1, int32_t y0, int32_t y1);
+
+/* Shows alpha as grey: blue, green and red become the source's alpha, and alpha 255.
+ *
+ * destination     The picture to write. In place: yes.
+ * source          The picture to read.
+ *
+ * Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL RE_Trans2Black(uint8_t* destination, const uint8_t* source, int32_t width,
+                                                int32_t height);
+
+/* Makes white transparent, in place: alpha becomes 0 where blue, green and red are all 255. Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL RE_White2Trans(uint8_t* picture, int32_t width, int32_t height);
+
+/* Gives all pixels one alpha, in place. Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL RE_SetTransparence(uint8_t* picture, int32_t width, int32_t height, uint8_t alpha);
+
+/* A copy of a picture with alpha from a guide: m = (blue + green + red) / 3 of the guide, in integers.
+ *
+ * destination     The picture to write, all four bytes. In place: yes.
+ * source          The picture to read.
+ * guide           Grey levels: black becomes transparent, white opaque.
+ * selection       Chapter 5. Pixels that are not selected keep the source's alpha.
+ * offset          Added to m, up to 255 at most, while selection_only is 0; ignored under a selection: that is meant.
+ * invert          Not 0: 255 - m instead of m.
+ *
+ * Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL RE_TransparenceMask(uint8_t* destination, const uint8_t* source, const uint8_t* guide,
+                                                     const uint8_t* selection, int32_t width, int32_t height,
+                                                     uint8_t offset, uint8_t invert, uint8_t selection_only);
+
+/* Restores a picture through a guide, in a half-open rectangle. With w = (float)(guide / 255.0) and v = (float)(1 - w),
+ * each of the four bytes becomes
+ *     root * v + picture * w, truncated.
+ *
+ * picture         The picture, changed in place.
+ * root            The picture to restore from.
+ * guide           Byte 0: 255 keeps the picture, 0 restores the root, alpha included.
+ * height          Only returned.
+ *
+ * Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL RE_Root2Trans(uint8_t* picture, const uint8_t* root, const uint8_t* guide,
+                                               int32_t width, int32_t height, int32_t x0, int32_t x1, int32_t y0,
+                                               int32_t y1);
+
+/* =====================================================================================================================
+ * mask: transparency gradients
+ *
+ * Alpha becomes an entry of a fade profile, by the position t along the fade: rounded to float, limited to 0..1, the
+ * entry is 255 minus the least whole number not below t * 255. So t = 0 takes entry 255, t = 0.5 entry 127, t = 1 entry
+ * 0. A t up to about 2^-65 counts as 0; not-a-number takes entry 255.
+ *
+ * image           The picture whose alpha is written; its colours stay.
+ * selection       Always read, and may be the picture itself: pixels of alpha 0 stay as they are.
+ * profile         256 bytes: the opacity at each position, entry 255 at the start of the fade.
+ * ================================================================================================================== */
+
+/* A fade along a straight line, to one side of it. The start line is y = (x - x0) * m + y0; with
+ *     A = (float)((y0 / m - x0) / 2)        B = (float)((m * x0 - y0) / 2)
+ *     t = (x + A) * gx + (y + B) * gy       where (x - x0) * m + y0 <= y, and 0 elsewhere,
+ * in extended precision (64 bits) after x and y have been rounded to float.
+ *
+ * other_side      Not 0: -t where (x - x0) * m + y0 >= y, and 0 elsewhere.
+ * x0, y0          A point on the start line, in pixels.
+ * m               Its slope, dy by dx. Neither 0 nor infinite for a useful fade: hosts tilt such lines a little.
+ * gx, gy          Change of t by pixel, at right angles to the line.
+ *
+ * Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL TRA_ImageLineaire(uint8_t* image, const uint8_t* selection, const uint8_t* profile,
+                                                   uint8_t other_side, int32_t width, int32_t height, float x0,
+                                                   float y0, float m, float gx, float gy);
+
+/* A fade round a centre. With dy2 = (y - centre_y)^2, squared in extended precision and rounded to double,
+ *     t = (float)((float)sqrt((float)((x - centre_x)^2 + dy2)) / radius).
+ *
+ * centre_x, centre_y  In pixels, inside the picture or not.
+ * radius          Pixels; from there on entry 0 is taken.
+ *
+ * Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL TRA_ImageRadial(uint8_t* image, const uint8_t* selection, const uint8_t* profile,
+                                                 int32_t width, int32_t height, float centre_x, float centre_y,
+                                                 float radius);
+
+/* =====================================================================================================================
  * seam: content-aware resizing
  *
  * A vertical seam is one pixel of each row, those of neighbouring rows at most one column apart. Narrowing a picture by

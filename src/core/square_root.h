@@ -15,14 +15,20 @@ inline V squareRoot(V lanes)
 #if defined(__AVX512F__)
     } else if constexpr (sizeof(V) == 64 && sizeof(ElementOf<V>) == 8) {
         return std::bit_cast<V>(_mm512_sqrt_pd(std::bit_cast<__m512d>(lanes)));
+    } else if constexpr (sizeof(V) == 64 && sizeof(ElementOf<V>) == 4) {
+        return std::bit_cast<V>(_mm512_sqrt_ps(std::bit_cast<__m512>(lanes)));
 #endif
 #if defined(__AVX2__)
     } else if constexpr (sizeof(V) == 32 && sizeof(ElementOf<V>) == 8) {
         return std::bit_cast<V>(_mm256_sqrt_pd(std::bit_cast<__m256d>(lanes)));
+    } else if constexpr (sizeof(V) == 32 && sizeof(ElementOf<V>) == 4) {
+        return std::bit_cast<V>(_mm256_sqrt_ps(std::bit_cast<__m256>(lanes)));
 #endif
 #if defined(__SSE2__)
     } else if constexpr (sizeof(V) == 16 && sizeof(ElementOf<V>) == 8) {
         return std::bit_cast<V>(_mm_sqrt_pd(std::bit_cast<__m128d>(lanes)));
+    } else if constexpr (sizeof(V) == 16 && sizeof(ElementOf<V>) == 4) {
+        return std::bit_cast<V>(_mm_sqrt_ps(std::bit_cast<__m128>(lanes)));
 #endif
     } else {
         V roots{};

@@ -30,4 +30,5 @@ Parameters drawOffset(Random& random, const Job& job);
 // The rows of a family that has a file of its own.
 std::vector<Operation> adjustOperations();
 std::vector<Operation> sharpeningOperations();
+std::vector<Operation> maskOperations();
 } // namespace support

@@ -27,8 +27,8 @@ size_t editDistance(const std::string& a, const std::string& b)
 
 const std::vector<Family>& families()
 {
-    static const std::vector<Family> all = {coreFamily(),       adjustFamily(), filtersFamily(),
-                                            sharpeningFamily(), seamFamily(),   traceFamily()};
+    static const std::vector<Family> all = {coreFamily(), adjustFamily(),       filtersFamily(), sharpeningFamily(),
+                                            maskFamily(), transparencyFamily(), seamFamily(),    traceFamily()};
     return all;
 }
 

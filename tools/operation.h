@@ -57,4 +57,6 @@ Family filtersFamily();
 Family sharpeningFamily();
 Family seamFamily();
 Family traceFamily();
+Family maskFamily();
+Family transparencyFamily();
 } // namespace host

@@ -49,7 +49,8 @@ std::string Parameter::form() const
     case Kind::colour: return "RRGGBB";
     case Kind::points: return high == 1 ? "X,Y" : "\"X,Y X,Y ...\"";
     case Kind::picture: return "PICTURE";
-    case Kind::mask: return "MASK";
+    case Kind::mask:
+    case Kind::anyMask: return "MASK";
     case Kind::flag: break;
     }
     return "";
@@ -165,5 +166,10 @@ Parameter mask(std::string name, std::string help)
 Parameter optionalMask(std::string name, std::string help)
 {
     return {std::move(name), Kind::mask, std::move(help), "", 0, 0};
+}
+
+Parameter maskOfAnySize(std::string name, std::string help)
+{
+    return {std::move(name), Kind::anyMask, std::move(help), "", 0, 0, "", 0, {}, true};
 }
 } // namespace host

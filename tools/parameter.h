@@ -7,7 +7,7 @@
 
 namespace host
 {
-enum class Kind { whole, number, choice, colour, points, flag, picture, mask };
+enum class Kind { whole, number, choice, colour, points, flag, picture, mask, anyMask };
 
 struct Colour
 {
@@ -36,7 +36,7 @@ struct Parameter
     bool required = false;
 
     bool isNumeric() const { return kind == Kind::whole || kind == Kind::number; }
-    bool isPicture() const { return kind == Kind::picture || kind == Kind::mask; }
+    bool isPicture() const { return kind == Kind::picture || kind == Kind::mask || kind == Kind::anyMask; }
 
     // What stands after the name in the help: "-255..255", "L|a|b", "PICTURE".
     std::string form() const;
@@ -73,4 +73,6 @@ Parameter optionalPicture(std::string name, std::string help);
 Parameter mask(std::string name, std::string help);
 // The same, but if the user gives none it selects nothing.
 Parameter optionalMask(std::string name, std::string help);
+// The same, of any size.
+Parameter maskOfAnySize(std::string name, std::string help);
 } // namespace host

@@ -91,6 +91,8 @@ Job::Value readValue(const Parameter& parameter, const Request& request, const P
         return parameter.parsePoints(text);
     if (parameter.isPicture() && text.empty())
         return Picture(input.width, input.height);
+    if (parameter.kind == Kind::anyMask)
+        return readMask(text);
     if (parameter.isPicture())
         return readSameSize(text, parameter.kind == Kind::mask ? readMask : readPicture, input, request.input);
     parameter.checkChoice(text);

@@ -28,7 +28,7 @@ TEST_F(Gallery, commandsMakeItsPictures)
     ASSERT_EQ(result.status, 0) << result.errors;
     EXPECT_EQ(readPng("gallery/scene.png"), picture);
     std::filesystem::create_directory("again");
-    for (const char* source : {"scene.png", "selection.png", "shape.png", "card.png"})
+    for (const char* source : {"scene.png", "selection.png", "shape.png", "stencil.png", "card.png"})
         std::filesystem::copy(std::filesystem::path("gallery") / source, "again");
 
     const std::string page = readText("gallery/index.html");

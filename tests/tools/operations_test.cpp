@@ -196,6 +196,56 @@ TEST_F(Operations, adjustmentsReachTheLibrary)
     EXPECT_EQ(result("tone-table --table ramp --gamma 1"), result("tone-table --table ramp --gamma 1.0001"));
 }
 
+TEST_F(Operations, masksReachTheLibrary)
+{
+    // A white square of 3 x 3 in black, opaque.
+    Picture square{9, 7, std::vector<uint8_t>(9 * 7 * 4, 255)};
+    for (int i = 0; i < 9 * 7; ++i)
+        if (i % 9 < 3 || i % 9 > 5 || i / 9 < 2 || i / 9 > 4)
+            std::fill_n(&square.bytes[i * 4], 3, 0);
+    writePng("in.png", square);
+    // How many pixels have a byte of some value.
+    const auto count = [&](const std::string& arguments, int byte, int value) {
+        const Picture done = result(arguments);
+        int found = 0;
+        for (size_t i = size_t(byte); i < done.bytes.size(); i += 4)
+            found += done.bytes[i] == value ? 1 : 0;
+        return found;
+    };
+    EXPECT_EQ(run("select-colour in.png -o out.png --colour fffffe --tolerance 2").output,
+              "found within columns 3 to 5, rows 2 to 4\n");
+    EXPECT_EQ(readPng("out.png"), square);
+    EXPECT_EQ(count("mask-grow in.png --steps 1", 1, 255), 25);
+    EXPECT_EQ(count("mask-grow in.png --steps 1 --how soft", 1, 127), 12);
+    EXPECT_EQ(count("mask-grow in.png --steps 1 --from 3,2 --to 1,1", 1, 255), 9 + 5);
+    EXPECT_EQ(count("mask-shrink in.png --steps 1", 1, 255), 1);
+    EXPECT_EQ(count("mask-outline in.png --mask in.png --colour 0a0b0c", 2, 10), 8);
+    EXPECT_EQ(count("mask-outline in.png --mask in.png --side outside --colour 0a0b0c", 2, 10), 12);
+    EXPECT_EQ(count("mask-apply in.png --mask in.png", 3, 80), 54);
+    EXPECT_EQ(count("mask-apply in.png --mask in.png --from 1,0 --to 0,8", 3, 80), 14);
+    EXPECT_EQ(count("mask-apply in.png --mask in.png --how cut", 3, 0), 9);
+    EXPECT_EQ(count("alpha-from-grey in.png --offset 7", 3, 7), 54);
+    EXPECT_EQ(count("paint-alpha in.png --stroke in.png --alpha 9 --only opaque", 3, 9), 9);
+    EXPECT_EQ(count("clone in.png --stroke in.png --offset 2,0", 0, 255), 3);
+}
+
+TEST_F(Operations, fadesRunFromPlaceToPlace)
+{
+    writePng("in.png", Picture{256, 64, std::vector<uint8_t>(256 * 64 * 4, 255)});
+    // Level and upright ways are turned by a hair, which can cost a step.
+    const auto expectAlphas = [](const std::string& arguments, int first, int second) {
+        const Picture faded = result("fade-" + arguments);
+        EXPECT_NEAR(pixelAt(faded, 50, 5) >> 24, first, 1) << arguments;
+        EXPECT_NEAR(pixelAt(faded, 200, 60) >> 24, second, 1) << arguments;
+    };
+    expectAlphas("linear in.png --from 0,30 --to 255,30", 205, 55);
+    expectAlphas("linear in.png --from 255,30 --to 0,30", 50, 200);
+    expectAlphas("linear in.png --from 90,0 --to 90,255", 250, 195);
+    expectAlphas("linear in.png --from 90,63 --to 90,0", 20, 242);
+    expectAlphas("linear in.png --from 50,5 --to 200,60 --profile in", 0, 255);
+    expectAlphas("radial in.png --centre 50,5 --radius 100", 255, 0);
+}
+
 TEST_F(Operations, secondPicturesTakeTheirPlaces)
 {
     using Bytes = std::vector<uint8_t>;

@@ -90,6 +90,7 @@ std::string makeGallery(const std::filesystem::path& picture, const std::filesys
     writePicture("selection.png", drawSelection(scene.width, scene.height, 255, 0));
     writePicture("card.png", drawCardMark(scene.width, scene.height));
     writePicture("shape.png", drawSelection(scene.width, scene.height, 0, 255));
+    writePicture("stencil.png", drawSelection(scene.width / 3, scene.height / 3, 255, 0));
 
     std::vector<ShownFamily> shownFamilies;
     size_t pictures = 0;

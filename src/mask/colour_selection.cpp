@@ -1,6 +1,6 @@
 // Selecting by colour, with the bounds of what was found.
-#include "core/channels.h"
 #include "core/level.h"
+#include "core/likeness.h"
 #include "core/map.h"
 
 #include <algorithm>
@@ -9,23 +9,6 @@ namespace lumivex::LUMIVEX_LEVEL
 {
 namespace
 {
-/// A band of levels on both sides of a reference, ends not included.
-struct Band
-{
-    uint8_t low;
-    uint8_t high;
-
-    Band(int reference, int tolerance)
-        : low(static_cast<uint8_t>(std::max(reference - tolerance + 1, 0))),
-          high(static_cast<uint8_t>(std::min(reference + tolerance - 1, 255)))
-    {
-        if (tolerance == 0) {
-            low = 255;
-            high = 0;
-        }
-    }
-};
-
 /// Least and largest coordinates of matches.
 class Bounds
 {
@@ -90,17 +73,11 @@ int32_t DS_EcartCouleur(uint8_t* image, int32_t width, int32_t height, uint8_t r
                         uint8_t tolerance, int32_t* left, int32_t* right, int32_t* top, int32_t* bottom)
 {
     const Target target{image, {width, height}};
-    const Band reds(red, tolerance);
-    const Band greens(green, tolerance);
-    const Band blues(blue, tolerance);
-    const auto low = pixelOf<uint32_t>(blues.low, greens.low, reds.low);
-    const auto high = pixelOf<uint32_t>(blues.high, greens.high, reds.high);
+    const auto colour = pixelOf<uint32_t>(blue, green, red);
     Bounds bounds(target.size);
     const auto mark = [&](auto pixel) {
         using P = decltype(pixel);
-        const auto outside = byBytes([](auto v, auto least, auto most) { return excess(v, most) | excess(least, v); },
-                                     pixel, splat<P>(low), splat<P>(high));
-        const auto matches = (outside & colourBits) == 0u;
+        const auto matches = isLike(pixel, colour, tolerance);
         bounds.add(pixel, matches);
         return select(matches, splat<P>(alphaBits | 255), splat<P>(alphaBits));
     };

@@ -41,10 +41,10 @@ TEST(Thinning, HasThePlainMeaningAtEverySize)
     Random random(51);
     for (int32_t width = 1; width <= 140; ++width) {
         for (const int32_t height : {4, 5, 37}) {
-            const auto& [thin, thinPlainly] = exports[random.below(4)];
-            const auto both = [&](uint8_t* a, uint8_t* b, uint8_t*, uint32_t* progress) {
-                EXPECT_EQ(thin(a, width, height, progress), 1U);
-                thinPlainly(b, width, height, progress + 1);
+            const auto functions = exports[random.below(4)];
+            const auto both = [=](uint8_t* a, uint8_t* b, uint8_t*, uint32_t* progress) {
+                EXPECT_EQ(functions.first(a, width, height, progress), 1U);
+                functions.second(b, width, height, progress + 1);
             };
             expectPlainMeaning(width, height, random, {0, 255}, both);
             expectPlainMeaning(width, height, random, {0, 0, 255, 255, 128}, both);

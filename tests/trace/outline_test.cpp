@@ -78,7 +78,9 @@ TEST(Outlines, GraphsAndWalksHaveThePlainMeaning)
     Random random(31);
     const std::pair<int32_t, int32_t> sizes[] = {{1, 1},  {1, 7},  {9, 1},   {2, 2},   {3, 5},    {63, 9},
                                                  {64, 9}, {65, 9}, {66, 20}, {128, 7}, {129, 30}, {300, 41}};
-    for (const auto& [width, height] : sizes) {
+    for (const auto& size : sizes) {
+        const int32_t width = size.first;
+        const int32_t height = size.second;
         for (int round = 0; round < 24; ++round) {
             Guarded picture(static_cast<size_t>(width) * static_cast<size_t>(height) * 4, Place::end);
             if (round % 3 == 2) {

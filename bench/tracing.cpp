@@ -74,14 +74,23 @@ private:
     std::vector<float> points_;
 };
 
-void thinUntilStable(const Pixels& map, Pixels& work, Pixels& before)
+/// Rounds of thinning only take away: as long as there is less, there was a change.
+void thinUntilStable(const Pixels& map, Pixels& work)
 {
+    const auto foreground = [&] {
+        uint64_t sum = 0;
+        for (size_t i = 0; i < work.size(); i += 4) {
+            sum += work[i];
+        }
+        return sum;
+    };
     work = map;
     uint32_t progress = 0;
-    do {
-        before = work;
+    for (uint64_t left = foreground(), before = left + 1; left < before;) {
         MORPH_Thinning(work.data(), columns, rows, &progress);
-    } while (work != before);
+        before = left;
+        left = foreground();
+    }
 }
 
 /// From a bitmap of 12 megapixels to curves.
@@ -144,14 +153,13 @@ void addTracing()
     static const Pixels map = discs();
     static Walker walker(map);
     static Pixels work;
-    static Pixels before;
     static const Pixels bitmap = [] {
         Pixels pixels = photograph();
         TRACE_Seuil(pixels.data(), width, height, 161, 159, 157, 40, 0);
         return pixels;
     }();
     const auto walk = [] { walker.run(); };
-    const auto thin = [] { thinUntilStable(map, work, before); };
+    const auto thin = [] { thinUntilStable(map, work); };
     const auto trace = [] { traceBitmap(bitmap); };
     std::function<void()> findContours;
     std::function<void()> thinByOpenCv;

@@ -42,25 +42,31 @@ constexpr Template templates[passCount] = {
 using Words = Register<uint64_t>;
 constexpr int64_t lanes = laneCount<Words>;
 
+/// Rows of words, with a word of zeros before and after each so that neighbours can be loaded everywhere.
+struct Layout
+{
+    int64_t words;
+
+    explicit Layout(Size size) : words((int64_t{size.width} + 63) / 64) {}
+
+    int64_t wordsPerRow() const { return (words + lanes - 1) / lanes * lanes + 2; }
+    /// The first word of a row.
+    int64_t row(int64_t y) const { return y * wordsPerRow() + 1; }
+};
+
 /// The pixels that templates can tell: what is neither of the two stands in no map.
 struct Maps
 {
     uint64_t* foreground;
     uint64_t* background;
+
+    Maps from(int64_t word) const { return {foreground + word, background + word}; }
 };
 
-/// Rows of words, with a word of zeros before and after each so that neighbours can be loaded everywhere.
-struct Layout
+/// A row with those round it, each from its first word on.
+struct Neighbourhood
 {
-    int64_t words;
-    int64_t height;
-
-    explicit Layout(Size size) : words((size.width + 63) / 64), height(size.height) {}
-
-    int64_t wordsPerRow() const { return (words + lanes - 1) / lanes * lanes + 2; }
-    int64_t wordsPerMap() const { return wordsPerRow() * height; }
-    /// The first word of a row.
-    int64_t row(int64_t y) const { return y * wordsPerRow() + 1; }
+    Maps rows[3];
 };
 
 /// The bits of the neighbours that many pixels to the right (-1, 0 or 1) of those of a register.
@@ -77,28 +83,49 @@ Words neighbours(const uint64_t* words)
     }
 }
 
-/// One pass over a row: what fits the template, and may be deleted, turns from foreground to background.
+/// What fits the template, and may be deleted, turns from foreground to background in `row`, which is another place
+/// than the row that is looked at.
 template <int pass>
-void runPass(const Maps& from, const Maps& to, const uint64_t* deletable, const Layout& layout, int64_t y)
+void deleteFitting(const Maps& row, const Neighbourhood& around, const uint64_t* deletable, int64_t words)
 {
-    const int64_t wordsPerRow = layout.wordsPerRow();
-    for (int64_t at = layout.row(y); at < layout.row(y) + layout.words; at += lanes) {
-        const Words foreground = load<Words>(from.foreground + at);
-        const Words background = load<Words>(from.background + at);
-        Words fitting = foreground & load<Words>(deletable + (at - layout.row(y)));
-        if (any(fitting != 0u)) {
-            unroll<9>([&](auto cell) {
-                constexpr int x = cell % 3 - 1;
-                constexpr int below = cell / 3 - 1;
-                constexpr char wanted = templates[pass].cells[below + 1][x + 1];
-                if constexpr (wanted != '.' && (x != 0 || below != 0)) {
-                    const uint64_t* const map = wanted == '1' ? from.foreground : from.background;
-                    fitting &= neighbours<x>(map + at + below * wordsPerRow);
-                }
-            });
+    for (int64_t at = 0; at < words; at += lanes) {
+        const Maps centre = around.rows[1].from(at);
+        const Words foreground = load<Words>(centre.foreground);
+        Words fitting = foreground & load<Words>(deletable + at);
+        if (!any(fitting != 0u)) {
+            continue;
         }
-        store(to.foreground + at, foreground & ~fitting);
-        store(to.background + at, background | fitting);
+        unroll<9>([&](auto cell) {
+            constexpr int x = cell % 3 - 1;
+            constexpr int y = cell / 3;
+            constexpr char wanted = templates[pass].cells[y][x + 1];
+            if constexpr (wanted != '.' && (x != 0 || y != 1)) {
+                const Maps maps = around.rows[y].from(at);
+                fitting &= neighbours<x>(wanted == '1' ? maps.foreground : maps.background);
+            }
+        });
+        store(row.foreground + at, foreground & ~fitting);
+        store(row.background + at, load<Words>(centre.background) | fitting);
+    }
+}
+
+/// A pass over all rows, in place: of the row that changes and of the one above it, what was there before is kept.
+template <int pass, class Progress>
+void runPass(const Maps& maps, const Maps& kept, const uint64_t* deletable, int64_t deletableStep, const Layout& layout,
+             int64_t firstRow, int64_t endRow, Progress progress)
+{
+    const auto keptRow = [&](int64_t y) { return kept.from(layout.row(y % 2)); };
+    const auto keep = [&](int64_t y) {
+        const Maps row = maps.from(layout.row(y));
+        std::copy_n(row.foreground, layout.words, keptRow(y).foreground);
+        std::copy_n(row.background, layout.words, keptRow(y).background);
+    };
+    keep(firstRow - 1);
+    for (int64_t y = firstRow; y < endRow; ++y) {
+        keep(y);
+        deleteFitting<pass>(maps.from(layout.row(y)), {keptRow(y - 1), keptRow(y), maps.from(layout.row(y + 1))},
+                            deletable + y * deletableStep, layout.words);
+        progress(y);
     }
 }
 
@@ -131,57 +158,65 @@ uint32_t thin(const Target& picture, const Thinning& call, uint32_t* progress)
         return 1;
     }
     const Layout layout(size);
-    enum { foreground, background, nextForeground, nextBackground, original, deletable, mapCount };
+    // Two maps, the rows that a pass keeps of them, and what may be deleted: the same for all rows unless there is a
+    // gate.
+    const int64_t wordsPerMap = layout.wordsPerRow() * size.height;
+    const int64_t wordsKept = layout.wordsPerRow() * 2;
+    const int64_t deletableStep = call.gate != nullptr ? layout.wordsPerRow() : 0;
+    const int64_t wordsDeletable = call.gate != nullptr ? wordsPerMap : layout.wordsPerRow();
     const std::unique_ptr<uint64_t, decltype(&std::free)> memory(
-        static_cast<uint64_t*>(std::calloc(static_cast<size_t>(layout.wordsPerMap()) * mapCount, sizeof(uint64_t))),
+        static_cast<uint64_t*>(
+            std::calloc(static_cast<size_t>(2 * wordsPerMap + 2 * wordsKept + wordsDeletable), sizeof(uint64_t))),
         std::free);
     if (memory == nullptr) {
         return 1;
     }
-    const auto map = [&](int number) { return memory.get() + number * layout.wordsPerMap(); };
+    const Maps maps{memory.get(), memory.get() + wordsPerMap};
+    const Maps kept{maps.background + wordsPerMap, maps.background + wordsPerMap + wordsKept};
+    uint64_t* const deletable = kept.background + wordsKept + 1;
+
     const auto is = [&](uint8_t level) {
         return [shift = call.testedShift, level](auto pixel) { return ((pixel >> shift) & 0xffu) == level; };
     };
     for (int64_t y = 0; y < size.height; ++y) {
-        const auto words = [&](int number) { return map(number) + layout.row(y); };
-        fillRow(words(foreground), picture.row(y), size.width, is(call.foreground));
+        const Maps row = maps.from(layout.row(y));
+        fillRow(row.foreground, picture.row(y), size.width, is(call.foreground));
         if (call.foreground != call.background) {
-            fillRow(words(background), picture.row(y), size.width, is(call.background));
-        }
-        std::copy_n(words(foreground), layout.words, words(original));
-        std::copy_n(words(foreground), layout.words, words(nextForeground));
-        std::copy_n(words(background), layout.words, words(nextBackground));
-        for (int64_t x = 0; x < layout.words; ++x) {
-            words(deletable)[x] = ~uint64_t{0};
+            fillRow(row.background, picture.row(y), size.width, is(call.background));
         }
         if (call.gate != nullptr) {
-            fillRow(words(deletable), call.gate + y * size.width * 4, size.width,
-                    [](auto gate) { return selects(gate); });
+            const auto open = [](auto gate) { return selects(gate); };
+            fillRow(deletable + y * deletableStep, call.gate + y * size.width * 4, size.width, open);
         }
-        words(deletable)[0] &= ~uint64_t{3};
+    }
+    if (call.gate == nullptr) {
+        std::fill_n(deletable, layout.words, ~uint64_t{0});
+    }
+    for (int64_t y = 0; y < (call.gate != nullptr ? size.height : 1); ++y) {
+        uint64_t* const row = deletable + y * deletableStep;
+        row[0] &= ~uint64_t{3};
         for (int64_t x = size.width - border; x < layout.words * 64; ++x) {
-            words(deletable)[x / 64] &= ~(uint64_t{1} << x % 64);
+            row[x / 64] &= ~(uint64_t{1} << x % 64);
         }
     }
 
-    const Maps even{map(foreground), map(background)};
-    const Maps odd{map(nextForeground), map(nextBackground)};
     // In hundredths of a percent; a whole number, 0 for pictures of more than 625 rows.
     const int64_t step = 10000 / (int64_t{size.height} * passCount);
     unroll<passCount>([&](auto pass) {
-        for (int64_t y = border; y < size.height - border; ++y) {
-            runPass<pass>(pass % 2 == 0 ? even : odd, pass % 2 == 0 ? odd : even, map(deletable) + layout.row(y),
-                          layout, y);
-            __atomic_store_n(progress, static_cast<uint32_t>((10000 / passCount * pass + y * step) / 100),
-                             __ATOMIC_RELAXED);
-        }
+        const auto report = [=](int64_t y) {
+            const auto percent = static_cast<uint32_t>((10000 / passCount * pass + y * step) / 100);
+            __atomic_store_n(progress, percent, __ATOMIC_RELAXED);
+        };
+        runPass<pass>(maps, kept, deletable, deletableStep, layout, border, size.height - border, report);
     });
 
     for (int64_t y = border; y < size.height - border; ++y) {
-        for (int64_t word = 0; word < layout.words; ++word) {
-            const int64_t at = layout.row(y) + word;
-            for (uint64_t deleted = map(original)[at] & ~map(foreground)[at]; deleted != 0; deleted &= deleted - 1) {
-                uint8_t* const pixel = picture.at(word * 64 + std::countr_zero(deleted), y);
+        for (int64_t x = 0; x < size.width; x += 64) {
+            const uint64_t before =
+                bitsWhere(picture.at(x, y), std::min<int64_t>(64, size.width - x), is(call.foreground));
+            for (uint64_t deleted = before & ~maps.foreground[layout.row(y) + x / 64]; deleted != 0;
+                 deleted &= deleted - 1) {
+                uint8_t* const pixel = picture.at(x + std::countr_zero(deleted), y);
                 store(pixel, withColour(load<uint32_t>(pixel), call.deletedColour));
             }
         }

@@ -6,6 +6,10 @@
 
 #include "lumivex.h"
 
+#ifdef LUMIVEX_HAS_OPENCV
+#include <opencv2/core.hpp>
+#endif
+
 namespace
 {
 using namespace bench;
@@ -124,7 +128,18 @@ void addTones(Bench& b)
         constexpr int32_t levels[] = {10, 100, 240, 5, 250};
         IM_Niveau(image, source, gammas.data(), levels, levels, levels, levels, selection, width, height, only);
     });
-    measure("IM_NiveauPlus", [=, &b] { IM_NiveauPlus(image, source, b.family.data(), width, height); });
+    const auto lookUp = [=, &b] { IM_NiveauPlus(image, source, b.family.data(), width, height); };
+    measure("IM_NiveauPlus", lookUp);
+    std::function<void()> peer;
+#ifdef LUMIVEX_HAS_OPENCV
+    peer = [=, &b] {
+        const cv::Mat from(height, width, CV_8UC4, b.source.data());
+        const cv::Mat table(1, 256, CV_8U, b.family.data());
+        cv::Mat to(height, width, CV_8UC4, b.image.data());
+        cv::LUT(from, table, to);
+    };
+#endif
+    measureAgainst("IM_NiveauPlus and a peer", lookUp, "OpenCV LUT", peer);
     for (const uint8_t guided : {uint8_t{0}, uint8_t{1}}) {
         const std::string suffix = guided != 0 ? ", guided" : ", selection";
         const auto tone = [=, &b](uint8_t only) {

@@ -55,7 +55,7 @@ struct Traits
 struct Operation
 {
     const char* name;
-    std::function<int32_t(const Job&)> library;
+    std::function<int32_t(const Job&)> exported;
     std::function<int32_t(const Job&)> plain;
     Traits traits;
     std::function<Parameters(Random&, const Job&)> draw;

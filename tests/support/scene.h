@@ -26,7 +26,7 @@ class Scene
 public:
     Scene(const Operation& of, const Arrangement& with);
 
-    int32_t runLibrary() { return operation.library(job()); }
+    int32_t runLibrary() { return operation.exported(job()); }
     int32_t runPlain() { return operation.plain(job()); }
     std::string describe() const;
 

@@ -89,8 +89,6 @@ TEST_F(Operations, selectionLimitsThemAll)
     const Picture picture = pattern(40, 30);
     writePng("in.png", picture);
     writePng("alpha.png", disc(true));
-    writePng("bright.png", disc(false));
-    writePng("all.png", Picture{40, 30, std::vector<uint8_t>(40 * 30 * 4, 255)});
     int tried = 0;
     for (const std::string& name : listedNames()) {
         if (helpOf(name).find("--selection") == std::string::npos)
@@ -98,9 +96,7 @@ TEST_F(Operations, selectionLimitsThemAll)
         ++tried;
         SCOPED_TRACE(name);
         const Picture whole = result(name + " in.png");
-        EXPECT_EQ(result(name + " in.png --selection all.png"), whole);
         const Picture limited = result(name + " in.png --selection alpha.png");
-        EXPECT_EQ(result(name + " in.png --selection bright.png"), limited);
         EXPECT_NE(limited, picture);
         // The second round of the box blur reads the unselected pixels that the first one left.
         const bool sameInside = name != "box-blur";
@@ -113,6 +109,18 @@ TEST_F(Operations, selectionLimitsThemAll)
             }
     }
     EXPECT_GT(tried, 10);
+}
+
+TEST_F(Operations, selectionsAreReadByAlphaOrByBrightness)
+{
+    writePng("in.png", pattern(40, 30));
+    writePng("alpha.png", disc(true));
+    writePng("bright.png", disc(false));
+    writePng("all.png", Picture{40, 30, std::vector<uint8_t>(40 * 30 * 4, 255)});
+    for (const std::string name : {"grey", "invert"}) { // by the export, and by the host
+        EXPECT_EQ(result(name + " in.png --selection bright.png"), result(name + " in.png --selection alpha.png"));
+        EXPECT_EQ(result(name + " in.png --selection all.png"), result(name + " in.png"));
+    }
 }
 
 TEST_F(Operations, parametersReachTheLibrary)

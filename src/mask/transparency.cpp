@@ -2,32 +2,10 @@
 #include "core/area.h"
 #include "core/blend.h"
 #include "core/level.h"
+#include "core/share.h"
 
 namespace lumivex::LUMIVEX_LEVEL
 {
-namespace
-{
-/// A level's share of 255 in single precision. The quotient, of period 8 in binary, is never so near the middle of two
-/// floats that rounding it to double first would matter.
-template <class V>
-V shareOf255(V level)
-{
-    return level / 255.0f;
-}
-
-constexpr bool sharesAreExact()
-{
-    for (int level = 0; level < 256; ++level) {
-        const auto share = static_cast<float>(level / 255.0);
-        if (static_cast<float>(level) / 255.0f != share || static_cast<float>(1.0 - double{share}) != 1.0f - share) {
-            return false;
-        }
-    }
-    return true;
-}
-static_assert(sharesAreExact());
-} // namespace
-
 int32_t RE_Black2Trans(uint8_t* picture, const uint8_t* grey, int32_t width, int32_t height, int32_t x0, int32_t x1,
                        int32_t y0, int32_t y1)
 {

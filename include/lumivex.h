@@ -1117,6 +1117,292 @@ LUMIVEX_API int32_t LUMIVEX_CALL TRA_ImageRadial(uint8_t* image, const uint8_t* 
                                                  float radius);
 
 /* =====================================================================================================================
+ * retouch: blends through a guide
+ *
+ * Retouching paints into a guide, not into the picture. The host draws each dab of a stroke, of whatever shape and
+ * softness, as grey levels into a picture of the picture's size, and then calls a function here for the rectangle that
+ * the dab touched. It makes every pixel of that anew from pictures that stay as they are during a stroke: what a pixel
+ * shows depends on the guide there and on nothing that was shown before, so dabs that overlap do not add up.
+ *
+ * The tone of a guide's pixel is (float)((blue + green + red) / 3.0); its whole tone is the same in integers. For blue,
+ * green and red, with a weight w that is a float, the functions give
+ *     target * w + base * (1 - w),
+ * truncated and clamped to 0..255.
+ *
+ * destination     The picture to write. It must not be one of the others: they are read again for the next dab.
+ * guide           The guide. Each function says what its tones mean.
+ * height          Only returned.
+ * x0, x1, y0, y1  Columns x0 to x1 - 1 and rows y0 to y1 - 1, within the picture: they are not clipped.
+ * red, green, blue  A colour, 0..255 each.
+ * selection       Chapter 5. Pixels that are not selected get the source's colour.
+ *
+ * Alpha is untouched, except by RE_CouleurMask and RE_TextureMask, which copy it from the source. All return height.
+ * ================================================================================================================== */
+
+/* Lightens and darkens: toward one prepared picture where the guide is lighter than 128, and toward another where it is
+ * darker. Above 128, w = (float)((tone - 128) / 128) of the highlights; up to 128, w = (float)(1 - tone / 128) of the
+ * shadows. A black guide shows the shadows alone, but a white one only 127 / 128 of the highlights: that is meant.
+ *
+ * base            The picture shown where the guide's tone is 128.
+ * highlight       The lighter picture.
+ * shadow          The darker picture. */
+LUMIVEX_API int32_t LUMIVEX_CALL RE_Pinceau(uint8_t* destination, const uint8_t* guide, const uint8_t* base,
+                                            const uint8_t* highlight, const uint8_t* shadow, int32_t width,
+                                            int32_t height, int32_t x0, int32_t x1, int32_t y0, int32_t y1);
+
+/* Filters where the guide is light: w = (float)((whole tone + bias) / 255.0), and here 1 - w is rounded to float too.
+ *
+ * filtered        The filtered picture: what a white guide shows.
+ * base            The unfiltered picture: what a black guide shows.
+ * bias            Added to the tone, in integers that wrap. 0 for none; what goes beyond 0..255 extrapolates. */
+LUMIVEX_API int32_t LUMIVEX_CALL RE_MaskFiltrePinceau(uint8_t* destination, const uint8_t* filtered,
+                                                      const uint8_t* base, const uint8_t* guide, int32_t width,
+                                                      int32_t height, int32_t bias, int32_t x0, int32_t x1, int32_t y0,
+                                                      int32_t y1);
+
+/* Paints a colour where the guide is dark, and spares grey highlights or shadows: w = (float)(1 - tone / 255.0), but 0
+ * where the reference is grey (blue, green and red the same) and beyond the threshold.
+ *
+ * source          The picture to paint over.
+ * reference       The picture that is looked at for greys, often the source itself.
+ * threshold       A grey of this level is never spared.
+ * protect_above   Not 0: lighter greys are spared; 0: darker ones. */
+LUMIVEX_API int32_t LUMIVEX_CALL RE_PinceauFusionNB(uint8_t* destination, const uint8_t* guide, const uint8_t* source,
+                                                    const uint8_t* reference, const uint8_t* selection, int32_t width,
+                                                    int32_t height, int32_t x0, int32_t x1, int32_t y0, int32_t y1,
+                                                    uint8_t red, uint8_t green, uint8_t blue, uint8_t threshold,
+                                                    uint8_t protect_above, uint8_t selection_only);
+
+/* Paints a colour where the guide is dark, as far as a reference is light: with the reference's whole tone k,
+ *     w = (float)((float)(1 - tone / 255.0) * (float)(k / 255.0)),
+ * and 0 where the guide is white.
+ *
+ * source          The picture to paint over.
+ * reference       The picture whose lightness weighs, often the source itself.
+ * unused          Ignored.
+ * invert          Not 0: as far as the reference is dark, 255 - k instead of k. */
+LUMIVEX_API int32_t LUMIVEX_CALL RE_PinceauFusionCouleur(uint8_t* destination, const uint8_t* guide,
+                                                         const uint8_t* source, const uint8_t* reference,
+                                                         const uint8_t* selection, int32_t width, int32_t height,
+                                                         int32_t x0, int32_t x1, int32_t y0, int32_t y1, uint8_t red,
+                                                         uint8_t green, uint8_t blue, uint32_t unused, uint8_t invert,
+                                                         uint8_t selection_only);
+
+/* Washes a whole picture with a colour where the guide is light: with k the whole tone less the threshold, 0 at least,
+ * w = (float)(k / 255.0), and here 1 - w is rounded to float too. The threshold lowers all weights alike, so that a
+ * white guide does not show the colour alone: that is meant.
+ *
+ * destination     The picture to write, alpha included. In place: yes.
+ * source          The picture to wash. Its alpha is copied, selected or not.
+ * threshold       0..255.
+ * invert          Not 0: 255 less the whole tone instead of it. */
+LUMIVEX_API int32_t LUMIVEX_CALL RE_CouleurMask(uint8_t* destination, const uint8_t* source, const uint8_t* guide,
+                                                const uint8_t* selection, int32_t width, int32_t height,
+                                                uint8_t threshold, uint8_t red, uint8_t green, uint8_t blue,
+                                                uint8_t invert, uint8_t selection_only);
+
+/* RE_CouleurMask with a texture, a picture of the same size, in place of the colour. */
+LUMIVEX_API int32_t LUMIVEX_CALL RE_TextureMask(uint8_t* destination, const uint8_t* source, const uint8_t* texture,
+                                                const uint8_t* guide, const uint8_t* selection, int32_t width,
+                                                int32_t height, uint8_t threshold, uint8_t invert,
+                                                uint8_t selection_only);
+
+/* Splits a picture into grey pictures of its channels, to use as guides: blue, green and red of the layers become the
+ * source's red, green, blue, and (red + green + blue) / 3 in integers; alpha 255. Border: the outermost pixels of the
+ * layers are not written.
+ *
+ * source          The picture to read.
+ * red, green, blue, grey  The pictures to write. */
+LUMIVEX_API int32_t LUMIVEX_CALL RE_Layers(const uint8_t* source, uint8_t* red, uint8_t* green, uint8_t* blue,
+                                           uint8_t* grey, int32_t width, int32_t height);
+
+/* =====================================================================================================================
+ * retouch: growing and shrinking what was painted
+ *
+ * Each pixel of a half-open rectangle that meets a condition gives a value to its eight neighbours in the destination,
+ * and not to itself: the host passes a copy of what is shown now.
+ *
+ * destination     The picture to write. It must not be one of the others.
+ * source          The picture in which the condition is looked for.
+ * height          Only returned.
+ * x0, x1, y0, y1  Columns x0 to x1 - 1 and rows y0 to y1 - 1, with a pixel of the picture to spare on every side.
+ * unused          Ignored.
+ *
+ * RE_Dilatation_Transparent and RE_Erosion_Transparent write alpha alone, the others blue, green and red alone. All
+ * return height.
+ * ================================================================================================================== */
+
+/* Grows what is opaque: alpha 255 gives alpha 255. */
+LUMIVEX_API int32_t LUMIVEX_CALL RE_Dilatation_Transparent(uint8_t* destination, const uint8_t* source, int32_t width,
+                                                           int32_t height, int32_t x0, int32_t x1, int32_t y0,
+                                                           int32_t y1);
+
+/* Shrinks what is opaque: alpha below 255 gives alpha 0. */
+LUMIVEX_API int32_t LUMIVEX_CALL RE_Erosion_Transparent(uint8_t* destination, const uint8_t* source, int32_t width,
+                                                        int32_t height, int32_t x0, int32_t x1, int32_t y0, int32_t y1);
+
+/* Grows what has a colour exactly: it gives that colour. */
+LUMIVEX_API int32_t LUMIVEX_CALL RE_Dilatation_Couleur(uint8_t* destination, const uint8_t* source, int32_t unused,
+                                                       int32_t width, int32_t height, int32_t x0, int32_t x1,
+                                                       int32_t y0, int32_t y1, uint8_t red, uint8_t green,
+                                                       uint8_t blue);
+
+/* Shrinks what has a colour exactly: any other colour brings the unpainted picture back at the neighbours.
+ *
+ * unpainted       The picture before it was painted. */
+LUMIVEX_API int32_t LUMIVEX_CALL RE_Erosion_Couleur(uint8_t* destination, const uint8_t* source,
+                                                    const uint8_t* unpainted, int32_t width, int32_t height, int32_t x0,
+                                                    int32_t x1, int32_t y0, int32_t y1, uint8_t red, uint8_t green,
+                                                    uint8_t blue);
+
+/* Grows what shows a texture: where the source's colour is the texture's, the neighbours get the texture's colours at
+ * their own places.
+ *
+ * texture         The texture, a picture of the same size. */
+LUMIVEX_API int32_t LUMIVEX_CALL RE_Dilatation_Texture(uint8_t* destination, const uint8_t* source, int32_t unused,
+                                                       const uint8_t* texture, int32_t width, int32_t height,
+                                                       int32_t x0, int32_t x1, int32_t y0, int32_t y1);
+
+/* Shrinks what shows a texture: where the source's colour is not the texture's, the unpainted picture comes back at the
+ * neighbours.
+ *
+ * unpainted       The picture before it was painted.
+ * texture         The texture, a picture of the same size. */
+LUMIVEX_API int32_t LUMIVEX_CALL RE_Erosion_Texture(uint8_t* destination, const uint8_t* source,
+                                                    const uint8_t* unpainted, const uint8_t* texture, int32_t width,
+                                                    int32_t height, int32_t x0, int32_t x1, int32_t y0, int32_t y1);
+
+/* =====================================================================================================================
+ * brush: painting by dabs
+ *
+ * A call stamps one round dab. It visits the pixels (cx + dx, cy + dy) with dx from dx0 to dx1 and dy from dy0 to dy1,
+ * both ends included, and paints those inside the circle, dx * dx + dy * dy < r * r, that are selected. Nothing else is
+ * read or written. For each, b is byte 0 of the brush at (r + dx, r + dy), and profile[b] is how much of what is there
+ * stays, or how much is covered: each function says which. With keep, a float, as each says,
+ *     blue, green, red = old * keep + colour * (1 - keep)
+ *     raised alpha     = profile[b] * (float)(100 * opacity) + alpha,
+ * truncated and clamped to 0..255.
+ *
+ * picture         The picture, changed in place.
+ * brush           A picture of 2r x 2r pixels of which only byte 0 counts.
+ * selection       Only pixels of alpha 255 are painted, unlike in chapter 5. NULL is fine while selection_only is 0.
+ * profile         256 floats, normally 0..1. Any number is taken.
+ * opacity         Normally 0..1. Any number is taken.
+ * width           Of the picture; its height is not needed.
+ * cx, cy          The centre of the dab, in pixels of the picture.
+ * dx0, dy0, dx1, dy1  Left, top, right, bottom, from the centre. The host clips them, so that what lies inside the
+ *                 circle lies in the picture; they may reach beyond the circle.
+ * r               The radius in pixels, up to 32767. Below 1 nothing is painted; 1 paints the centre alone.
+ * red, green, blue  The colour of the brush, 0..255 each.
+ *
+ * All return 1, but for BR_PeintureOld.
+ * ================================================================================================================== */
+
+/* Paints a colour onto what is there: keep = (float)(profile[b] * opacity + (1 - opacity)), and alpha is raised. Dabs
+ * add up. Alpha rises with every dab, and more where more of the old colour stays: that is meant. */
+LUMIVEX_API int32_t LUMIVEX_CALL BR_Couleur(uint8_t* picture, const uint8_t* brush, const uint8_t* selection,
+                                            const float* profile, float opacity, int32_t width, int32_t cx, int32_t cy,
+                                            int32_t dx0, int32_t dy0, int32_t dx1, int32_t dy1, int32_t r, uint8_t red,
+                                            uint8_t green, uint8_t blue, uint8_t selection_only);
+
+/* Paints a colour so that the strongest dab of a stroke wins, and dabs do not add up: as BR_Couleur, but with the least
+ * b of the stroke so far, onto the picture as it was before the stroke; alpha becomes 255.
+ *
+ * root            The picture when the stroke began.
+ * least           A picture whose byte 0 keeps the least b at each place. The host sets it to 255 when a stroke begins.
+ *                 Its other bytes are left alone. */
+LUMIVEX_API int32_t LUMIVEX_CALL BR_CouleurRoot(uint8_t* picture, const uint8_t* root, uint8_t* least,
+                                                const uint8_t* brush, const uint8_t* selection, const float* profile,
+                                                float opacity, int32_t width, int32_t cx, int32_t cy, int32_t dx0,
+                                                int32_t dy0, int32_t dx1, int32_t dy1, int32_t r, uint8_t red,
+                                                uint8_t green, uint8_t blue, uint8_t selection_only);
+
+/* Paints a colour as BR_Couleur, but where alpha is 0 onto a background; alpha becomes 255.
+ *
+ * background      The picture that shows through what is transparent. */
+LUMIVEX_API int32_t LUMIVEX_CALL BR_CouleurFond(uint8_t* picture, const uint8_t* background, const uint8_t* brush,
+                                                const uint8_t* selection, const float* profile, float opacity,
+                                                int32_t width, int32_t cx, int32_t cy, int32_t dx0, int32_t dy0,
+                                                int32_t dx1, int32_t dy1, int32_t r, uint8_t red, uint8_t green,
+                                                uint8_t blue, uint8_t selection_only);
+
+/* Paints a grain: the profile covers, keep = (float)(1 - profile[b] * opacity). Alpha is untouched.
+ *
+ * touched         A picture whose byte 0 becomes 1 at every painted pixel. Its other bytes are left alone. */
+LUMIVEX_API int32_t LUMIVEX_CALL BR_Grain(uint8_t* picture, const uint8_t* brush, const uint8_t* selection,
+                                          uint8_t* touched, const float* profile, float opacity, int32_t width,
+                                          int32_t cx, int32_t cy, int32_t dx0, int32_t dy0, int32_t dx1, int32_t dy1,
+                                          int32_t r, uint8_t red, uint8_t green, uint8_t blue, uint8_t selection_only);
+
+/* Paints a grain as BR_Grain, but where alpha is 0 onto a background; alpha is raised everywhere.
+ *
+ * background      The picture that shows through what is transparent.
+ * touched         As for BR_Grain. */
+LUMIVEX_API int32_t LUMIVEX_CALL BR_GrainFond(uint8_t* picture, const uint8_t* background, const uint8_t* brush,
+                                              const uint8_t* selection, uint8_t* touched, const float* profile,
+                                              float opacity, int32_t width, int32_t cx, int32_t cy, int32_t dx0,
+                                              int32_t dy0, int32_t dx1, int32_t dy1, int32_t r, uint8_t red,
+                                              uint8_t green, uint8_t blue, uint8_t selection_only);
+
+/* Paints with a knife: the profile covers, keep = (float)(1 - profile[b] * opacity / divisor), and colours are rounded
+ * to the nearest, unlike with the other brushes: trunc(old * keep + 0.5 + colour * (1 - keep)). Where alpha is 0 the
+ * colour is laid on as it is. Alpha is raised, by profile[b] * (float)(100 * opacity / divisor).
+ *
+ * touched         As for BR_Grain.
+ * divisor         Thins the paint. Any number is taken. */
+LUMIVEX_API int32_t LUMIVEX_CALL BR_Couteau(uint8_t* picture, const uint8_t* brush, const uint8_t* selection,
+                                            uint8_t* touched, const float* profile, float opacity, float divisor,
+                                            int32_t width, int32_t cx, int32_t cy, int32_t dx0, int32_t dy0,
+                                            int32_t dx1, int32_t dy1, int32_t r, uint8_t red, uint8_t green,
+                                            uint8_t blue, uint8_t selection_only);
+
+/* Paints with a knife as BR_Couteau, but where alpha is 0 onto a background; alpha becomes 255.
+ *
+ * background      The picture that shows through what is transparent.
+ * touched         As for BR_Grain.
+ * divisor         Thins the paint. Any number is taken. */
+LUMIVEX_API int32_t LUMIVEX_CALL BR_CouteauFond(uint8_t* picture, const uint8_t* background, const uint8_t* brush,
+                                                const uint8_t* selection, uint8_t* touched, const float* profile,
+                                                float opacity, float divisor, int32_t width, int32_t cx, int32_t cy,
+                                                int32_t dx0, int32_t dy0, int32_t dx1, int32_t dy1, int32_t r,
+                                                uint8_t red, uint8_t green, uint8_t blue, uint8_t selection_only);
+
+/* Erases: paints with another picture as BR_Couleur does with a colour, and copies its alpha.
+ *
+ * restore         The picture to bring back.
+ * unused_14, unused_15, unused_16  Ignored.
+ * disable         Not 0: nothing is done. */
+LUMIVEX_API int32_t LUMIVEX_CALL BR_Gomme(uint8_t* picture, const uint8_t* restore, const uint8_t* brush,
+                                          const uint8_t* selection, const float* profile, float opacity, int32_t width,
+                                          int32_t cx, int32_t cy, int32_t dx0, int32_t dy0, int32_t dx1, int32_t dy1,
+                                          int32_t unused_14, int32_t unused_15, int32_t unused_16, int32_t r,
+                                          uint8_t selection_only, uint8_t disable);
+
+/* Fades or restores alpha, and leaves colours alone. b counts without a profile, and in opposite senses: a dab fades
+ * most where b is 0, and restores most where it is 255. Alpha becomes alpha * f, truncated and clamped to 0..255, with
+ *     fading      f = (float)(b / 255.0 * (opacity * 0.1) + 0.9 + (1 - opacity) * 0.1)
+ *     restoring   f = (float)(b / 255.0 * (opacity * 0.15) + 1)      where alpha is above 20, elsewhere alpha is 30.
+ *
+ * unused          Ignored.
+ * restore         0 fades, anything else restores. */
+LUMIVEX_API int32_t LUMIVEX_CALL BR_Transparent(uint8_t* picture, const uint8_t* brush, const uint8_t* selection,
+                                                int32_t unused, float opacity, int32_t width, int32_t cx, int32_t cy,
+                                                int32_t dx0, int32_t dy0, int32_t dx1, int32_t dy1, int32_t r,
+                                                uint8_t selection_only, uint8_t restore);
+
+/* Paints a whole picture through a brush that is looked up by columns and rows: keep is profile[b], with b byte 0 of
+ * the brush at (columns[x], rows[y]). Alpha is untouched.
+ *
+ * brush           A picture as wide as the picture, and as high as the entries of `rows` ask for.
+ * columns         width entries: the column of the brush for each column of the picture.
+ * rows            height entries: the row of the brush for each row of the picture.
+ *
+ * Returns height. */
+LUMIVEX_API int32_t LUMIVEX_CALL BR_PeintureOld(uint8_t* picture, const uint8_t* brush, const float* profile,
+                                                const uint32_t* columns, const uint32_t* rows, int32_t width,
+                                                int32_t height, uint8_t red, uint8_t green, uint8_t blue);
+
+/* =====================================================================================================================
  * seam: content-aware resizing
  *
  * A vertical seam is one pixel of each row, those of neighbouring rows at most one column apart. Narrowing a picture by

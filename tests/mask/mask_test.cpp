@@ -32,7 +32,11 @@ TEST(Strips, JoinWithoutASeam)
 {
     // Wider than what is worked on at a time.
     uint64_t seed = 21;
-    for (const support::Operation& operation : support::maskOperations()) {
+    std::vector<support::Operation> operations = support::maskOperations();
+    for (const support::Operation& operation : support::retouchOperations()) {
+        operations.push_back(operation);
+    }
+    for (const support::Operation& operation : operations) {
         for (const int width : {1023, 1024, 1025, 1026, 1027, 2051, 2600}) {
             const support::Arrangement setup{.width = width, .height = 7, .seed = seed++};
             support::Scene library(operation, setup);

@@ -142,7 +142,8 @@ const std::vector<Operation>& operations()
 {
     static const std::vector<Operation> all = [] {
         std::vector<Operation> rows = list();
-        for (auto* const family : {adjustOperations, sharpeningOperations, maskOperations}) {
+        for (auto* const family :
+             {adjustOperations, sharpeningOperations, maskOperations, retouchOperations, brushOperations}) {
             for (Operation& row : family()) {
                 rows.push_back(std::move(row));
             }

@@ -9,41 +9,6 @@ namespace support
 {
 namespace
 {
-/// What is passed where the height is ignored.
-constexpr int32_t anyHeight = -5;
-
-/// A rectangle in whole numbers: left, right, top, bottom.
-int32_t side(const Job& job, int i)
-{
-    return static_cast<int32_t>(job.parameters.reals[i]);
-}
-
-/// Draws a rectangle inside the picture, `border` pixels from its edges; one in six has no columns or rows.
-template <int border, bool inclusive>
-Parameters drawRectangle(Random& random, const Job& job)
-{
-    const int last = inclusive ? 1 : 0;
-    int32_t sides[4];
-    for (int axis = 0; axis < 2; ++axis) {
-        const int32_t extent = std::clamp(axis == 0 ? job.width : job.height, 0, 1 << 20) - 2 * border;
-        int32_t ends[] = {1, 1};
-        if (extent > 0) {
-            for (int32_t& end : ends) {
-                end = static_cast<int32_t>(random.below(static_cast<uint32_t>(extent) + 1));
-            }
-            const bool all = random.below(3) == 0;
-            std::sort(ends, ends + 2);
-            ends[0] = all ? 0 : ends[0];
-            ends[1] = all ? extent : ends[1];
-        }
-        sides[axis * 2] = ends[0] + border;
-        sides[axis * 2 + 1] = ends[1] + border - last;
-    }
-    Parameters p{.whole = static_cast<int32_t>(random.next()), .flag = static_cast<uint8_t>(random.next())};
-    std::copy_n(sides, 4, p.reals);
-    return p;
-}
-
 Parameters drawBytes(Random& random, const Job&)
 {
     return {.whole = static_cast<int32_t>(random.next()),
@@ -115,11 +80,6 @@ int32_t beyond(const Job& job)
     return side(job, 2) > 0 && side(job, 3) + 1 < job.height ? std::clamp(job.width, 0, job.parameters.whole & 3) : 0;
 }
 
-uint8_t bit(const Job& job, int value)
-{
-    return static_cast<uint8_t>(job.parameters.whole & value);
-}
-
 int32_t selectColour(decltype(DS_EcartCouleur) f, const Job& j)
 {
     const auto bytes = static_cast<uint32_t>(j.parameters.whole);
@@ -144,15 +104,6 @@ float across(const Job& job)
     return p.whole % 4 == 0 ? -p.reals[3] / p.reals[2] : static_cast<float>(p.whole % 1000) / 8000;
 }
 } // namespace
-
-/// A row from the traits, what draws the parameters, and the arguments for a job j.
-#define ROW(name, traits, draw, ...)                                                                                   \
-    operation(                                                                                                         \
-        #name, name, plain::name, [](auto f, const Job& j) { return f(__VA_ARGS__); }, traits, draw)
-#define SIZE j.width, j.height
-#define SIDES side(j, 0), side(j, 1), side(j, 2), side(j, 3)
-#define FLAG j.parameters.flag
-#define REAL(i) j.parameters.reals[i]
 
 // Masks and strokes are the source.
 std::vector<Operation> maskOperations()

@@ -1,0 +1,135 @@
+// Dabs where their outcome is decided: the rim, the selection, strokes of dabs that overlap.
+#include "lumivex.h"
+#include "pictures.h"
+
+#include <algorithm>
+#include <climits>
+#include <gtest/gtest.h>
+#include <vector>
+
+namespace
+{
+using Pixels = std::vector<uint8_t>;
+
+constexpr int32_t width = 40;
+constexpr int32_t height = 30;
+constexpr size_t pictureBytes = size_t{width} * height * 4;
+
+/// A profile whose entries are shares: 0 paints, 255 leaves.
+std::vector<float> ramp()
+{
+    std::vector<float> profile(256);
+    for (size_t i = 0; i < profile.size(); ++i) {
+        profile[i] = static_cast<float>(i) / 255;
+    }
+    return profile;
+}
+
+Pixels brushOf(int32_t radius, uint8_t value)
+{
+    return Pixels(static_cast<size_t>(16 * radius * radius), value);
+}
+
+uint8_t* at(Pixels& picture, int32_t x, int32_t y)
+{
+    return &picture[(static_cast<size_t>(y) * width + static_cast<size_t>(x)) * 4];
+}
+
+/// Stamps the colour 1, 2, 3 at (20, 15), with offsets up to the limits of their type.
+void stamp(Pixels& picture, int32_t radius, uint8_t value, float opacity, const Pixels& selection = {})
+{
+    const int32_t last = INT_MAX, first = INT_MIN;
+    EXPECT_EQ(BR_Couleur(picture.data(), brushOf(radius, value).data(), selection.data(), ramp().data(), opacity, width,
+                         20, 15, first, first, last, last, radius, 1, 2, 3, selection.empty() ? 0 : 1),
+              1);
+}
+} // namespace
+
+TEST(Dab, EndsBeforeItsRim)
+{
+    for (const int32_t radius : {1, 2, 5, 10, 13}) {
+        Pixels picture(pictureBytes, 200);
+        stamp(picture, radius, 0, 1);
+        for (int32_t y = 0; y < height; ++y) {
+            for (int32_t x = 0; x < width; ++x) {
+                const int32_t square = (x - 20) * (x - 20) + (y - 15) * (y - 15);
+                ASSERT_EQ(*at(picture, x, y), square < radius * radius ? 3 : 200) << radius << ": " << x << ", " << y;
+            }
+        }
+    }
+    for (const int32_t radius : {0, -1, -5}) {
+        Pixels picture(pictureBytes, 200);
+        const Pixels before = picture;
+        stamp(picture, radius, 0, 1);
+        EXPECT_EQ(picture, before);
+    }
+}
+
+TEST(Dab, PaintsWhatIsFullySelected)
+{
+    Pixels selection(pictureBytes, 254);
+    at(selection, 21, 15)[3] = 255;
+    Pixels picture(pictureBytes, 200);
+    Pixels wanted = picture;
+    stamp(picture, 6, 0, 1, selection);
+    std::copy_n(Pixels{3, 2, 1, 200}.data(), 4, at(wanted, 21, 15));
+    EXPECT_EQ(picture, wanted);
+}
+
+TEST(Dab, OpacityScalesColourAndAlpha)
+{
+    const auto centre = [](uint8_t value, float opacity) {
+        Pixels picture(pictureBytes, 200);
+        stamp(picture, 3, value, opacity);
+        return Pixels(at(picture, 20, 15), at(picture, 20, 15) + 4);
+    };
+    EXPECT_EQ(centre(99, 0), Pixels(4, 200));
+    EXPECT_EQ(centre(0, 0.5F), Pixels({101, 101, 100, 200}));
+    EXPECT_EQ(centre(51, 1), Pixels({42, 41, 40, 220})); // the more stays, the more alpha rises
+    EXPECT_EQ(centre(255, 1), Pixels({200, 200, 200, 255}));
+}
+
+TEST(Stroke, TheStrongestDabWins)
+{
+    // Dabs of noise anywhere, some of them twice: each pixel is as if stamped once, onto the root, with its least
+    // value.
+    support::Random random(41);
+    constexpr int32_t radius = 7;
+    const std::vector<float> profile = ramp();
+    const Pixels root(pictureBytes, 180);
+    Pixels picture = root, added = root, least(pictureBytes, 255), wantedLeast = least;
+    for (int dab = 0; dab < 60; ++dab) {
+        Pixels brush = brushOf(radius, 0);
+        std::generate(brush.begin(), brush.end(), [&] { return static_cast<uint8_t>(random.next()); });
+        const auto cx = static_cast<int32_t>(random.below(width)), cy = static_cast<int32_t>(random.below(height));
+        const int32_t left = std::max(-radius, -cx), right = std::min(radius, width - 1 - cx);
+        const int32_t top = std::max(-radius, -cy), bottom = std::min(radius, height - 1 - cy);
+        for (int twice = 0; twice < 2; ++twice) {
+            BR_CouleurRoot(picture.data(), root.data(), least.data(), brush.data(), nullptr, profile.data(), 0.8F,
+                           width, cx, cy, left, top, right, bottom, radius, 20, 20, 20, 0);
+            BR_Couleur(added.data(), brush.data(), nullptr, profile.data(), 0.8F, width, cx, cy, left, top, right,
+                       bottom, radius, 20, 20, 20, 0);
+        }
+        for (int32_t dy = top; dy <= bottom; ++dy) {
+            for (int32_t dx = left; dx <= right; ++dx) {
+                if (dx * dx + dy * dy < radius * radius) {
+                    uint8_t& value = *at(wantedLeast, cx + dx, cy + dy);
+                    value = std::min(value, brush[static_cast<size_t>((radius + dy) * radius * 2 + radius + dx) * 4]);
+                }
+            }
+        }
+    }
+    EXPECT_EQ(least, wantedLeast);
+    Pixels once = root;
+    for (size_t i = 0; i < pictureBytes; i += 4) {
+        // A brush of one pixel that counts, its middle.
+        const Pixels value(16, wantedLeast[i]);
+        if (picture[i + 3] == 255) {
+            BR_Couleur(&once[i], value.data(), nullptr, profile.data(), 0.8F, 1, 0, 0, 0, 0, 0, 0, 1, 20, 20, 20, 0);
+            once[i + 3] = 255;
+        }
+        EXPECT_LE(added[i], picture[i]);
+    }
+    EXPECT_EQ(picture, once);
+    EXPECT_LT(std::count(picture.begin(), picture.end(), 20), std::count(added.begin(), added.end(), 20));
+}

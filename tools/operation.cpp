@@ -28,7 +28,8 @@ size_t editDistance(const std::string& a, const std::string& b)
 const std::vector<Family>& families()
 {
     static const std::vector<Family> all = {coreFamily(), adjustFamily(),       filtersFamily(), sharpeningFamily(),
-                                            maskFamily(), transparencyFamily(), seamFamily(),    traceFamily()};
+                                            maskFamily(), transparencyFamily(), brushFamily(),   retouchFamily(),
+                                            seamFamily(), traceFamily()};
     return all;
 }
 

@@ -59,4 +59,6 @@ Family seamFamily();
 Family traceFamily();
 Family maskFamily();
 Family transparencyFamily();
+Family retouchFamily();
+Family brushFamily();
 } // namespace host

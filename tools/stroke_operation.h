@@ -1,0 +1,15 @@
+// What painting and retouching share: how the user gives a stroke.
+#pragma once
+
+#include "job.h"
+#include "operation.h"
+#include "stroke.h"
+
+namespace host
+{
+// The parameters of a stroke and the tip of its brush, after others.
+std::vector<Parameter> withStroke(std::vector<Parameter> others);
+BrushTip tipOf(const Job& job);
+// By default the stroke waves across the picture.
+std::vector<ClippedDab> dabsOf(const Job& job);
+} // namespace host

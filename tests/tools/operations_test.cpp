@@ -237,6 +237,38 @@ TEST_F(Operations, masksReachTheLibrary)
     EXPECT_EQ(count("clone in.png --stroke in.png --offset 2,0", 0, 255), 3);
 }
 
+TEST_F(Operations, strokesReachTheLibrary)
+{
+    writePng("in.png", Picture{41, 31, std::vector<uint8_t>(41 * 31 * 4, 200)});
+    writePng("clear.png", Picture{41, 31, std::vector<uint8_t>(41 * 31 * 4, 0)});
+    const std::string stroke = " in.png --hardness 1 --radius 5 --colour 0a0b0c --stroke ";
+    // How many pixels come out as one value.
+    const auto count = [&](const std::string& arguments, uint32_t pixel) {
+        const Picture done = result(arguments);
+        int found = 0;
+        for (int i = 0; i < 41 * 31; ++i)
+            found += pixelAt(done, i % 41, i / 41) == pixel ? 1 : 0;
+        return found;
+    };
+    // 69 pixels are nearer than 5.
+    const std::string dab = stroke + "20,15 --opacity 1";
+    EXPECT_EQ(count("paint" + dab, 0xc80a0b0c), 69);
+    EXPECT_EQ(count("paint --brush colour-root" + dab, 0xff0a0b0c), 69);
+    EXPECT_EQ(count("paint" + stroke + "0,15 --opacity 1", 0xc80a0b0c), 39);
+    EXPECT_EQ(count("paint" + stroke + "\"-9,15 1e300,15\" --spacing 1 --opacity 1", 0xc80a0b0c), 9 * 41);
+    EXPECT_EQ(count("paint --brush eraser --other clear.png" + dab, 0), 69);
+    EXPECT_EQ(count("paint --brush fade" + dab, 0xb3c8c8c8), 69); // 0.9 in single precision falls short
+    EXPECT_EQ(count("paint --brush knife --thin 2" + dab, 0xfa696a6a), 69);
+    EXPECT_EQ(count("retouch --how colour" + dab, 0xc80a0b0c), 0); // it is grey, and spared
+    EXPECT_EQ(count("retouch --how colour --threshold 200" + dab, 0xc80a0b0c), 69);
+    EXPECT_EQ(count("retouch --how darken --amount 150" + dab, 0xc8323232), 69);
+    EXPECT_EQ(count("retouch --how wash --threshold 255" + dab, 0xc8c8c8c8), 41 * 31);
+    EXPECT_EQ(count("retouch --how texture --texture clear.png" + dab, 0xc8000000), 69);
+    result("paint --brush eraser --other clear.png" + dab);
+    std::filesystem::rename("out.png", "hole.png");
+    EXPECT_EQ(count("area-shrink hole.png --steps 1", 0x00c8c8c8), 41 * 31 - 69);
+}
+
 TEST_F(Operations, fadesRunFromPlaceToPlace)
 {
     writePng("in.png", Picture{256, 64, std::vector<uint8_t>(256 * 64 * 4, 255)});

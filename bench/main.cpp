@@ -1,4 +1,5 @@
 // Every export on a picture of 12 megapixels.
+#include "brushes.h"
 #include "measure.h"
 #include "photograph.h"
 #include "seams.h"
@@ -374,5 +375,6 @@ int main(int argc, char** argv)
     addSeams();
     addTracing();
     addMasks(b);
+    addBrushes();
     return run(argc, argv);
 }

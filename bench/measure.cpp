@@ -1,8 +1,6 @@
 // Timing and the table.
 #include "measure.h"
 
-#include "photograph.h"
-
 #include <algorithm>
 #include <benchmark/benchmark.h>
 #include <chrono>
@@ -59,7 +57,7 @@ public:
             const double ms = run.counters.at("ms").value;
             std::printf("%-34s %10.2f ", run.run_name.function_name.c_str(), ms);
             if (const auto ratio = run.counters.find("x copy"); ratio != run.counters.end()) {
-                std::printf("%8.2f %8.2f ", ms * 1e6 / pixelCount, ratio->second.value);
+                std::printf("%8.2f %8.2f ", ms * 1e6 / run.counters.at("pixels").value, ratio->second.value);
             } else {
                 std::printf("%8s %8s ", "", "");
             }
@@ -75,9 +73,9 @@ public:
 };
 } // namespace
 
-void measure(const std::string& name, std::function<void()> operation)
+void measure(const std::string& name, std::function<void()> operation, int64_t pixels)
 {
-    const auto work = [operation](benchmark::State& state) {
+    const auto work = [operation, pixels](benchmark::State& state) {
         copyPicture();
         operation();
         std::vector<double> copies;
@@ -88,7 +86,9 @@ void measure(const std::string& name, std::function<void()> operation)
             state.SetIterationTime(operations.back());
         }
         state.counters["ms"] = median(operations) * 1e3;
-        state.counters["x copy"] = median(operations) / median(copies);
+        const double share = static_cast<double>(pixels) / pixelCount;
+        state.counters["pixels"] = static_cast<double>(pixels);
+        state.counters["x copy"] = median(operations) / (median(copies) * share);
     };
     benchmark::RegisterBenchmark(name.c_str(), work)->UseManualTime()->Unit(benchmark::kMillisecond);
 }

@@ -1,0 +1,121 @@
+// Whole strokes of every brush, as the host makes them, and retouching through a guide of soft blobs.
+#include "brushes.h"
+
+#include "measure.h"
+#include "photograph.h"
+
+#include "lumivex.h"
+#include "stroke.h"
+
+#include <memory>
+
+namespace bench
+{
+namespace
+{
+struct Retouching
+{
+    Pixels base = photograph();
+    Pixels guide = blobs();
+    Pixels lighter = base;
+    Pixels out = base;
+    Pixels scratch = base;
+
+    Retouching()
+    {
+        // The blobs are in alpha; guides are grey.
+        for (size_t i = 0; i < guide.size(); ++i) {
+            guide[i] = guide[i | 3];
+        }
+        IM_Brillance(lighter.data(), base.data(), width, height, 60);
+    }
+};
+
+void addRetouching(Retouching& r)
+{
+    uint8_t* const out = r.out.data();
+    const uint8_t* const base = r.base.data();
+    const uint8_t* const guide = r.guide.data();
+    const uint8_t* const other = r.lighter.data();
+    measure("RE_Pinceau", [=] { RE_Pinceau(out, guide, base, other, guide, width, height, 0, width, 0, height); });
+    measure("RE_MaskFiltrePinceau",
+            [=] { RE_MaskFiltrePinceau(out, other, base, guide, width, height, 0, 0, width, 0, height); });
+    for (const int only : {0, 1}) {
+        const std::string selection = only != 0 ? ", selection" : "";
+        const auto flag = static_cast<uint8_t>(only);
+        measure("RE_PinceauFusionNB" + selection, [=] {
+            RE_PinceauFusionNB(out, guide, base, base, guide, width, height, 0, width, 0, height, 1, 2, 3, 99, 1, flag);
+        });
+        measure("RE_PinceauFusionCouleur" + selection, [=] {
+            RE_PinceauFusionCouleur(out, guide, base, base, guide, width, height, 0, width, 0, height, 1, 2, 3, 0, 0,
+                                    flag);
+        });
+        measure("RE_CouleurMask" + selection,
+                [=] { RE_CouleurMask(out, base, guide, guide, width, height, 9, 1, 2, 3, 0, flag); });
+        measure("RE_TextureMask" + selection,
+                [=] { RE_TextureMask(out, base, other, guide, guide, width, height, 9, 0, flag); });
+    }
+    const int right = width - 1;
+    const int bottom = height - 1;
+    measure("RE_Dilatation_Transparent",
+            [=] { RE_Dilatation_Transparent(out, guide, width, height, 1, right, 1, bottom); });
+    measure("RE_Erosion_Transparent", [=] { RE_Erosion_Transparent(out, guide, width, height, 1, right, 1, bottom); });
+    measure("RE_Dilatation_Couleur",
+            [=] { RE_Dilatation_Couleur(out, guide, 0, width, height, 1, right, 1, bottom, 255, 255, 255); });
+    measure("RE_Erosion_Couleur",
+            [=] { RE_Erosion_Couleur(out, guide, base, width, height, 1, right, 1, bottom, 255, 255, 255); });
+    measure("RE_Dilatation_Texture",
+            [=] { RE_Dilatation_Texture(out, other, 0, base, width, height, 1, right, 1, bottom); });
+    measure("RE_Erosion_Texture",
+            [=] { RE_Erosion_Texture(out, other, base, guide, width, height, 1, right, 1, bottom); });
+    uint8_t* const scratch = r.scratch.data();
+    measure("RE_Layers", [=] { RE_Layers(base, out, scratch, out, scratch, width, height); });
+    static const std::vector<float> kept(256, 0.3F);
+    static std::vector<uint32_t> places(width);
+    for (size_t i = 0; i < places.size(); ++i) {
+        places[i] = static_cast<uint32_t>(i % 200);
+    }
+    measure("BR_PeintureOld", [=] {
+        BR_PeintureOld(out, guide, kept.data(), places.data(), places.data(), width, height, 200, 100, 50);
+    });
+}
+
+/// Two hundred dabs of radius 100 on a slope across the picture, by the pixel they paint.
+void addStrokes(Retouching& r)
+{
+    constexpr int32_t radius = 100;
+    static const host::BrushTip tip(radius, 0.3);
+    static const auto dabs = host::dabsAlong({{150, 200}, {1740, 1404}}, 10, radius, width, height);
+    int64_t inDab = 0;
+    for (int32_t i = 0; i < 4 * radius * radius; ++i) {
+        const int32_t x = i % (2 * radius) - radius;
+        const int32_t y = i / (2 * radius) - radius;
+        inDab += x * x + y * y < radius * radius ? 1 : 0;
+    }
+    const auto painted = inDab * static_cast<int64_t>(dabs.size());
+    for (size_t brush = 0; brush < host::brushNames().size(); ++brush) {
+        for (const bool selecting : {false, true}) {
+            const host::Paint paint{200, 100, 50, 0.6F, 3};
+            const uint8_t* const selection = selecting ? r.guide.data() : nullptr;
+            const auto stroke = std::make_shared<host::Stroke>(static_cast<host::Brush>(brush), tip, paint,
+                                                               r.out.data(), width, height, r.base.data(), selection);
+            measure(
+                "stroke, " + host::brushNames()[brush] + (selecting ? ", selection" : ""),
+                [stroke] {
+                    for (const host::ClippedDab& dab : dabs) {
+                        stroke->stamp(dab);
+                    }
+                },
+                painted);
+        }
+    }
+}
+} // namespace
+
+void addBrushes()
+{
+    static Retouching retouching;
+    addRetouching(retouching);
+    addStrokes(retouching);
+}
+} // namespace bench

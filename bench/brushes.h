@@ -1,0 +1,7 @@
+// Benchmarks of strokes and of retouching.
+#pragma once
+
+namespace bench
+{
+void addBrushes();
+} // namespace bench

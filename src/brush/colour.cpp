@@ -13,10 +13,10 @@ int32_t BR_Couleur(uint8_t* picture, const uint8_t* brush, const uint8_t* select
     const auto colour = pixelOf<uint32_t>(blue, green, red);
     const auto keep = retention(opacity);
     const auto raise = static_cast<float>(100.0 * double{opacity});
-    const auto paint = [=](auto old, auto value) {
+    const auto paint = [&](auto old, auto value) {
         using P = decltype(old);
         const auto entries = entriesOf(profile, value);
-        return mix(old, weigh(keep, entries), splat<P>(colour)) | raisedAlpha(old, entries, raise);
+        return mixByEntries(keep, old, entries, splat<P>(colour)) | raisedAlpha(old, entries, raise);
     };
     return stamp(dab, picture, paint);
 }
@@ -28,16 +28,15 @@ int32_t BR_CouleurRoot(uint8_t* picture, const uint8_t* root, uint8_t* least, co
 {
     const Dab dab{brush, {selection, selection_only}, width, cx, cy, dx0, dy0, dx1, dy1, r};
     const auto colour = pixelOf<uint32_t>(blue, green, red);
-    const auto keep = retention(opacity);
+    const Keeps keeps(profile, retention(opacity));
     // Byte 0 is the least value so far, the rest what the plane holds there.
     const auto lower = [](auto before, auto value) {
         using P = decltype(before);
         return (before & ~0xffu) | minimum(before & 0xffu, value & splat<P>(0xff));
     };
-    const auto paint = [=](auto, auto value, auto before, auto original) {
+    const auto paint = [&](auto, auto value, auto before, auto original) {
         using P = decltype(original);
-        const auto entries = entriesOf(profile, lower(before, value));
-        return mix(original, weigh(keep, entries), splat<P>(colour)) | alphaBits;
+        return mix(original, keeps(lower(before, value)), splat<P>(colour)) | alphaBits;
     };
     stamp(dab, picture, paint, least, root);
     return stamp(dab, least, lower);
@@ -50,11 +49,10 @@ int32_t BR_CouleurFond(uint8_t* picture, const uint8_t* background, const uint8_
 {
     const Dab dab{brush, {selection, selection_only}, width, cx, cy, dx0, dy0, dx1, dy1, r};
     const auto colour = pixelOf<uint32_t>(blue, green, red);
-    const auto keep = retention(opacity);
-    const auto paint = [=](auto old, auto value, auto behind) {
+    const Keeps keeps(profile, retention(opacity));
+    const auto paint = [&](auto old, auto value, auto behind) {
         using P = decltype(old);
-        const auto entries = entriesOf(profile, value);
-        return mix(onBackground(old, behind), weigh(keep, entries), splat<P>(colour)) | alphaBits;
+        return mix(onBackground(old, behind), keeps(value), splat<P>(colour)) | alphaBits;
     };
     return stamp(dab, picture, paint, background);
 }
@@ -68,10 +66,9 @@ int32_t BR_Gomme(uint8_t* picture, const uint8_t* restore, const uint8_t* brush,
         return 1;
     }
     const Dab dab{brush, {selection, selection_only}, width, cx, cy, dx0, dy0, dx1, dy1, r};
-    const auto keep = retention(opacity);
-    const auto erase = [=](auto old, auto value, auto restored) {
-        const auto entries = entriesOf(profile, value);
-        return mix(old, weigh(keep, entries), restored) | (restored & alphaBits);
+    const Keeps keeps(profile, retention(opacity));
+    const auto erase = [&](auto old, auto value, auto restored) {
+        return mix(old, keeps(value), restored) | (restored & alphaBits);
     };
     return stamp(dab, picture, erase, restore);
 }

@@ -23,6 +23,24 @@ struct Dab
     int64_t radius;
 };
 
+/// mapPixels for the short rows of dabs, which do not pay for pixels one by one: the last register overlaps the one
+/// before it. It is computed first, from what is there before anything is written.
+template <class Rule, class... Sources>
+inline void mapRow(uint8_t* out, int64_t count, Rule rule, const Sources*... sources)
+{
+    const auto from = [&](int64_t i) { return rule(load<Pixels>(out + i * 4), load<Pixels>(sources + i * 4)...); };
+    const int64_t end = count - laneCount<Pixels>;
+    if (end < 0) {
+        mapPixels(out, count, rule, sources...);
+        return;
+    }
+    const Pixels last = from(end);
+    for (int64_t i = 0; i < end; i += laneCount<Pixels>) {
+        store(out + i * 4, from(i));
+    }
+    store(out + end * 4, last);
+}
+
 /// Each pixel of `out` that the dab paints becomes rule(itself, the brush's, sources...). The sources have the size of
 /// `out`. Beyond the circle nothing is read: the brush ends there, and perhaps the picture. Gives back what stamps
 /// return.
@@ -45,9 +63,9 @@ inline int32_t stamp(const Dab& dab, uint8_t* out, Rule rule, const Sources*... 
         const int64_t offset = ((dab.cy + dy) * dab.width + dab.cx + from) * 4;
         const uint8_t* const brush = dab.brush + ((r + dy) * 2 * r + r + from) * 4;
         if (dab.selection.active) {
-            mapPixels(out + offset, count, ruleWhereSelected, dab.selection.from(offset), brush, (sources + offset)...);
+            mapRow(out + offset, count, ruleWhereSelected, dab.selection.from(offset), brush, (sources + offset)...);
         } else {
-            mapPixels(out + offset, count, rule, brush, (sources + offset)...);
+            mapRow(out + offset, count, rule, brush, (sources + offset)...);
         }
     }
     return 1;

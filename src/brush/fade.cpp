@@ -1,6 +1,7 @@
 // The brush that fades and restores alpha.
 #include "brush/dab.h"
 #include "core/level.h"
+#include "core/mix.h"
 
 namespace lumivex::LUMIVEX_LEVEL
 {
@@ -11,9 +12,9 @@ template <class P>
 P scaledAlpha(P pixel, P brush, double slope, double least, double more)
 {
     const auto scale = [=](auto level, auto value) {
-        const auto share = convert<double>(bitsAs<int32_t>(value)) / 255.0;
+        const auto share = wideLevels(value) / 255.0;
         const auto factor = convert<double>(convert<float>(share * slope + least + more));
-        return clampToByte(factor * convert<double>(bitsAs<int32_t>(level))) << 24u;
+        return byteOf(factor * wideLevels(level)) << 24u;
     };
     return byHalves(scale, alpha(pixel), blue(brush));
 }

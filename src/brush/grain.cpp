@@ -12,22 +12,20 @@ int32_t markTouched(const Dab& dab, uint8_t* touched)
     return stamp(dab, touched, [](auto old, auto) { return (old & ~0xffu) | 1u; });
 }
 
-/// What a knife covers, thinned by a divisor, and its mix, which rounds to the nearest.
-struct Knife
+/// By a profile of what is covered, thinned by a divisor.
+Keeps knifeCoverage(const float* profile, double opacity, double divisor)
 {
-    double opacity;
-    double divisor;
+    return {profile, [=](auto entry) { return 1.0 - entry * opacity / divisor; }};
+}
 
-    float raise() const { return static_cast<float>(100.0 * opacity / divisor); }
-
-    template <class P, class V>
-    P paint(P old, P colour, V entries) const
-    {
-        const auto keep = [*this](auto entry) { return 1.0 - entry * opacity / divisor; };
-        const auto nearest = [](auto byte, auto painted, auto w) { return byte * w + 0.5 + painted * (1.0 - w); };
-        return mixBy(nearest, old, colour, weigh(keep, entries));
-    }
-};
+/// The mix of knives rounds to the nearest, unlike that of the other brushes: that is meant.
+template <class P, class Weight>
+P mixNearest(P a, Weight weight, P b)
+{
+    return mixBy(
+        [](auto w) { return [w, rest = 1.0 - w](auto byteA, auto byteB) { return byteA * w + 0.5 + byteB * rest; }; },
+        a, weight, b);
+}
 } // namespace
 
 int32_t BR_Grain(uint8_t* picture, const uint8_t* brush, const uint8_t* selection, uint8_t* touched,
@@ -36,10 +34,10 @@ int32_t BR_Grain(uint8_t* picture, const uint8_t* brush, const uint8_t* selectio
 {
     const Dab dab{brush, {selection, selection_only}, width, cx, cy, dx0, dy0, dx1, dy1, r};
     const auto colour = pixelOf<uint32_t>(blue, green, red);
-    const auto keep = coverage(opacity);
-    const auto paint = [=](auto old, auto value) {
+    const Keeps keeps(profile, coverage(opacity));
+    const auto paint = [&](auto old, auto value) {
         using P = decltype(old);
-        return withColour(old, mix(old, weigh(keep, entriesOf(profile, value)), splat<P>(colour)));
+        return withColour(old, mix(old, keeps(value), splat<P>(colour)));
     };
     stamp(dab, picture, paint);
     return markTouched(dab, touched);
@@ -54,10 +52,10 @@ int32_t BR_GrainFond(uint8_t* picture, const uint8_t* background, const uint8_t*
     const auto colour = pixelOf<uint32_t>(blue, green, red);
     const auto keep = coverage(opacity);
     const auto raise = static_cast<float>(100.0 * double{opacity});
-    const auto paint = [=](auto old, auto value, auto behind) {
+    const auto paint = [&](auto old, auto value, auto behind) {
         using P = decltype(old);
         const auto entries = entriesOf(profile, value);
-        return mix(onBackground(old, behind), weigh(keep, entries), splat<P>(colour)) |
+        return mixByEntries(keep, onBackground(old, behind), entries, splat<P>(colour)) |
                raisedAlpha(old, entries, raise);
     };
     stamp(dab, picture, paint, background);
@@ -71,14 +69,13 @@ int32_t BR_Couteau(uint8_t* picture, const uint8_t* brush, const uint8_t* select
 {
     const Dab dab{brush, {selection, selection_only}, width, cx, cy, dx0, dy0, dx1, dy1, r};
     const auto colour = pixelOf<uint32_t>(blue, green, red);
-    const Knife knife{opacity, divisor};
-    const float raise = knife.raise();
-    const auto paint = [=](auto old, auto value) {
+    const Keeps keeps = knifeCoverage(profile, opacity, divisor);
+    const auto raise = static_cast<float>(100.0 * double{opacity} / double{divisor});
+    const auto paint = [&](auto old, auto value) {
         using P = decltype(old);
-        const auto entries = entriesOf(profile, value);
         // On nothing the colour lies as it is.
-        const P laid = select(alpha(old) == 0u, splat<P>(colour), knife.paint(old, splat<P>(colour), entries));
-        return laid | raisedAlpha(old, entries, raise);
+        const P laid = select(alpha(old) == 0u, splat<P>(colour), mixNearest(old, keeps(value), splat<P>(colour)));
+        return laid | raisedAlpha(old, entriesOf(profile, value), raise);
     };
     stamp(dab, picture, paint);
     return markTouched(dab, touched);
@@ -91,10 +88,10 @@ int32_t BR_CouteauFond(uint8_t* picture, const uint8_t* background, const uint8_
 {
     const Dab dab{brush, {selection, selection_only}, width, cx, cy, dx0, dy0, dx1, dy1, r};
     const auto colour = pixelOf<uint32_t>(blue, green, red);
-    const Knife knife{opacity, divisor};
-    const auto paint = [=](auto old, auto value, auto behind) {
+    const Keeps keeps = knifeCoverage(profile, opacity, divisor);
+    const auto paint = [&](auto old, auto value, auto behind) {
         using P = decltype(old);
-        return knife.paint(onBackground(old, behind), splat<P>(colour), entriesOf(profile, value)) | alphaBits;
+        return mixNearest(onBackground(old, behind), keeps(value), splat<P>(colour)) | alphaBits;
     };
     stamp(dab, picture, paint, background);
     return markTouched(dab, touched);

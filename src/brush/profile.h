@@ -12,33 +12,59 @@ inline auto entriesOf(const float* profile, P brush)
     return gather(profile, blue(brush));
 }
 
-/// rule(entry) in double precision, rounded to single.
-template <class Rule, class V>
-inline V weigh(Rule rule, V entries)
+/// What each value of a brush keeps of the old colour: rule(entry of the profile) in double precision, rounded to
+/// single. Made once a dab, which costs less than to do it for every pixel.
+class Keeps
 {
-    return byHalves([&](auto half) { return convert<float>(rule(convert<double>(half))); }, entries);
+public:
+    template <class Rule>
+    Keeps(const float* profile, Rule rule)
+    {
+        using Singles = Register<float>;
+        const auto keep = [&](auto half) { return convert<float>(rule(convert<double>(half))); };
+        for (int value = 0; value < 256; value += laneCount<Singles>) {
+            store(keeps_ + value, byHalves(keep, load<Singles>(profile + value)));
+        }
+    }
+
+    /// For the values of some pixels of a brush.
+    template <class P>
+    auto operator()(P brush) const
+    {
+        return entriesOf(keeps_, brush);
+    }
+
+private:
+    alignas(64) float keeps_[256];
+};
+
+/// The rule of a profile of what stays.
+inline auto retention(double opacity)
+{
+    return [opacity, rest = 1.0 - opacity](auto entry) { return entry * opacity + rest; };
 }
 
-// What an entry keeps of the old colour.
-
-/// By a profile of what stays.
-inline auto retention(float opacity)
+/// The rule of a profile of what is covered.
+inline auto coverage(double opacity)
 {
-    return [kept = double{opacity}, rest = 1.0 - double{opacity}](auto entry) { return entry * kept + rest; };
+    return [opacity](auto entry) { return 1.0 - entry * opacity; };
 }
 
-/// By a profile of what is covered.
-inline auto coverage(float opacity)
+/// The mix by what a rule keeps, where the profile's entries are wanted for alpha too: with both to look up, it is
+/// faster not to have a table made.
+template <class Rule, class P, class V>
+inline P mixByEntries(Rule rule, P a, V entries, P b)
 {
-    return [covered = double{opacity}](auto entry) { return 1.0 - entry * covered; };
+    const auto mixingOf = [&](auto entry) { return mixing(convert<double>(convert<float>(rule(entry)))); };
+    return mixBy(mixingOf, a, entries, b);
 }
 
-/// Alpha plus entry * factor, in the place of alpha; the rest is 0.
+/// Alpha plus factor * the profile's entry, in the place of alpha; the rest is 0.
 template <class P, class V>
 inline P raisedAlpha(P pixel, V entries, float factor)
 {
     const auto raise = [=](auto level, auto entry) {
-        return clampToByte(convert<double>(entry) * double{factor} + convert<double>(bitsAs<int32_t>(level))) << 24u;
+        return byteOf(convert<double>(entry) * double{factor} + wideLevels(level)) << 24u;
     };
     return byHalves(raise, alpha(pixel), entries);
 }

@@ -1426,7 +1426,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL BR_PeintureOld(uint8_t* picture, const uint8_t*
  *                 unlike energies would meet. Any number.
  * stride          Cells in a row of the maps, and pixels in a row of the pictures that go with them.
  * passed          Handed back and not looked at.
- * last_column     L, the width in use minus 1: from 0 to stride - 1. Below 0 the maps are left alone.
+ * last_column     L, the width in use minus 1: from 0 to stride - 1. Below 0 the cumulative map is left alone.
  * last_row        B, the height minus 1. Below 0 the maps are left alone.
  * end             The column where a seam meets the last row.
  * start           The column where it meets row 0.

@@ -10,6 +10,8 @@ template <class T>
 inline void prefetch(const T* from, int64_t distance)
 {
     const auto offset = static_cast<uintptr_t>(distance) * sizeof(T);
-    __builtin_prefetch(reinterpret_cast<const void*>(reinterpret_cast<uintptr_t>(from) + offset));
+    // By numbers, because a pointer may not even be formed that far from its array.
+    const uintptr_t address = reinterpret_cast<uintptr_t>(from) + offset;
+    __builtin_prefetch(reinterpret_cast<const void*>(address)); // NOLINT(performance-no-int-to-ptr)
 }
 } // namespace lumivex::LUMIVEX_LEVEL

@@ -59,7 +59,8 @@ inline P mixByEntries(Rule rule, P a, V entries, P b)
     return mixBy(mixingOf, a, entries, b);
 }
 
-/// Alpha plus factor * the profile's entry, in the place of alpha; the rest is 0.
+/// Alpha plus factor * the profile's entry, in the place of alpha; the rest is 0. Where a profile tells what stays,
+/// alpha rises most where most of the old colour does: that is meant.
 template <class P, class V>
 inline P raisedAlpha(P pixel, V entries, float factor)
 {

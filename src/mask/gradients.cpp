@@ -163,6 +163,7 @@ int32_t TRA_ImageLineaire(uint8_t* image, const uint8_t* selection, const uint8_
         const auto roughTerm = static_cast<float>(rowTerm);
         const float roughSize = roughTerm < 0 ? -roughTerm : roughTerm;
         return [=, &line](int64_t x) {
+            // The half that the fade does not reach gets the profile's start too, and is not left alone: that is meant.
             if (x >= reached.x1 || x + lanes <= reached.x0) {
                 return Columns{};
             }

@@ -79,6 +79,7 @@ int32_t DS_TransfertAlpha(const uint8_t* source, uint8_t* destination, int32_t w
 int32_t DS_TransfertDataSelected(const uint8_t* key, const uint8_t* source, uint8_t* destination, int32_t width,
                                  int32_t height)
 {
+    // Where the key is transparent, whatever the name says: that is meant.
     const auto fill = [](auto old, auto keyed, auto pixel) {
         return select(selects(keyed), old, withColour(old, pixel));
     };

@@ -5,32 +5,14 @@
     derive.py HEADER declarations        C++ declarations of every export, for the namespace of a level
     derive.py HEADER version-script      the linker's version script
     derive.py HEADER names               the exported names, one a line
+    derive.py HEADER interface           everything the header says, as JSON
 
 The first level given to `dispatch` is the one every processor has.
 """
-import re
+import json
 import sys
 
-DECLARATION = re.compile(r"LUMIVEX_API\s+(\w+)\s+LUMIVEX_CALL\s+(\w+)\(([^)]*)\)\s*;")
-
-
-class Export:
-    """One exported function as the header declares it."""
-
-    def __init__(self, result, name, parameters):
-        self.result = result
-        self.name = name
-        self.parameters = " ".join(parameters.split())
-
-    @property
-    def arguments(self):
-        return ", ".join(re.search(r"(\w+)$", p.strip()).group(1) for p in self.parameters.split(","))
-
-
-def read_exports(header):
-    with open(header, encoding="utf-8") as file:
-        text = re.sub(r"/\*.*?\*/", "", file.read(), flags=re.S)
-    return [Export(*match) for match in DECLARATION.findall(text)]
+from interface import read_exports
 
 
 def dispatch(exports, levels):
@@ -55,6 +37,14 @@ def dispatch(exports, levels):
     return lines
 
 
+def interface(exports):
+    sections = dict.fromkeys(e.section for e in exports)
+    return [{"family": s.family, "title": s.title, "text": s.text,
+             "exports": [{"name": e.name, "english": e.english, "manual": e.manual, "result": e.result,
+                          "parameters": [{"name": name, "type": kind} for kind, name in e.split_parameters]}
+                         for e in exports if e.section is s]} for s in sections]
+
+
 def main():
     exports = read_exports(sys.argv[1])
     what = sys.argv[2]
@@ -64,6 +54,8 @@ def main():
         lines = [f"{e.result} {e.name}({e.parameters});" for e in exports]
     elif what == "version-script":
         lines = ["{", "  global:"] + [f"    {e.name};" for e in exports] + ["  local: *;", "};"]
+    elif what == "interface":
+        lines = [json.dumps(interface(exports), indent=1)]
     elif what == "names":
         lines = sorted(e.name for e in exports)
     else:

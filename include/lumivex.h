@@ -65,6 +65,10 @@
  * 10. What is never checked
  *
  * Null pointers, buffers and tables shorter than stated, and overlapping buffers are the host's fault and undefined.
+ *
+ * 11. Names
+ *
+ * Every entry begins with the function's name in English. The bindings and the command-line program know it by that.
  */
 #ifndef LUMIVEX_H
 #define LUMIVEX_H
@@ -98,14 +102,14 @@ extern "C" {
  * core: point operations
  * ================================================================================================================== */
 
-/* Inverts colours: blue, green and red become 255 - v.
+/* invert - Inverts colours: blue, green and red become 255 - v.
  *
  * image   The picture, changed in place.
  *
  * Alpha is untouched. Size test: product. Returns height. */
 LUMIVEX_API int32_t LUMIVEX_CALL IM_Inverser(uint8_t* image, int32_t width, int32_t height);
 
-/* Turns colours into a weighted grey: (222 * red + 707 * green + 71 * blue) / 1000, in integers.
+/* grey - Turns colours into a weighted grey: (222 * red + 707 * green + 71 * blue) / 1000, in integers.
  *
  * image           The picture, changed in place.
  * selection       Pixels that are not selected stay as they are. NULL is fine while selection_only is 0.
@@ -115,7 +119,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_Inverser(uint8_t* image, int32_t width, int3
 LUMIVEX_API int32_t LUMIVEX_CALL IM_Gris(uint8_t* image, const uint8_t* selection, int32_t width, int32_t height,
                                          uint8_t selection_only, uint32_t* progress);
 
-/* Black and white through colour filters and a tone table.
+/* black_and_white - Black and white through colour filters and a tone table.
  *
  * With the factors kR, kG, kB = (float)(1 - amount / 51), the level of a pixel is
  *     S = (B * kR * kG + G * kR * kB + R * kG * kB) / 3        N = (float)sqrt((float)(kR * kG * kB))
@@ -136,7 +140,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_NB(uint8_t* destination, const uint8_t* sour
                                        const uint8_t* selection, int32_t width, int32_t height, float red, float green,
                                        float blue, float row, uint8_t selection_only, uint8_t clipping_warning);
 
-/* Brightness: v + offset, clamped to 0..255, for blue, green and red.
+/* brightness - Brightness: v + offset, clamped to 0..255, for blue, green and red.
  *
  * destination     The picture to write. In place: yes.
  * source          The picture to read.
@@ -146,7 +150,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_NB(uint8_t* destination, const uint8_t* sour
 LUMIVEX_API int32_t LUMIVEX_CALL IM_Brillance(uint8_t* destination, const uint8_t* source, int32_t width,
                                               int32_t height, int32_t offset);
 
-/* Contrast about the level 127: trunc((v - 127) * (float)(contrast / 50)) + 127, clamped to 0..255.
+/* contrast - Contrast about the level 127: trunc((v - 127) * (float)(contrast / 50)) + 127, clamped to 0..255.
  *
  * destination     The picture to write. In place: yes.
  * source          The picture to read.
@@ -156,17 +160,17 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_Brillance(uint8_t* destination, const uint8_
 LUMIVEX_API int32_t LUMIVEX_CALL IM_Contraste(uint8_t* destination, const uint8_t* source, int32_t width,
                                               int32_t height, float contrast);
 
-/* Cuts a colour picture out along a black-and-white shape.
+/* cut_out - Cuts a colour picture out along a black-and-white shape.
  *
  * destination     On entry the shape, of which only the blue byte is looked at. Where it is below 100 the pixel gets
- * the source's colour and alpha 255; elsewhere it keeps its colour and gets alpha 0. source          The colour
- * picture.
+ *                 the source's colour and alpha 255; elsewhere it keeps its colour and gets alpha 0.
+ * source          The colour picture.
  *
  * Writes alpha. Size test: product. Returns height. */
 LUMIVEX_API int32_t LUMIVEX_CALL IM_DetourNB(uint8_t* destination, const uint8_t* source, int32_t width,
                                              int32_t height);
 
-/* Restores the source's colour outside a mask.
+/* restore_outside - Restores the source's colour outside a mask.
  *
  * destination     The picture to write. Pixels whose mask alpha is not 0 stay as they are.
  * source          The picture to take colours from.
@@ -176,7 +180,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_DetourNB(uint8_t* destination, const uint8_t
 LUMIVEX_API int32_t LUMIVEX_CALL IM_ClipImage(uint8_t* destination, const uint8_t* source, const uint8_t* mask,
                                               int32_t width, int32_t height);
 
-/* Fills a table with the byte offset of every pixel, rows one entry apart.
+/* offset_table - Fills a table with the byte offset of every pixel, rows one entry apart.
  *
  * table           height * (width + 1) + 1 entries. Entry r * (width + 1) + k receives (r * width + k) * 4. The spare
  *                 entry at the end of each row is not written; the last entry, at height * (width + 1), receives
@@ -202,7 +206,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_BuildTopo(uint32_t* table, int32_t width, in
  * L = l / 5 for l in 0..454, L = (l + 455) / 10 for l in 455..545. IM_SetDataRGB fills it.
  * ================================================================================================================== */
 
-/* One colour from HSB to RGB.
+/* colour_from_hsb - One colour from HSB to RGB.
  *
  * hue             Degrees, 0 to below 360. Outside that range a colour with saturation becomes black.
  * brightness      Percent. It stands before saturation: that is meant.
@@ -213,10 +217,10 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_BuildTopo(uint32_t* table, int32_t width, in
  * Returns 1. */
 LUMIVEX_API int32_t LUMIVEX_CALL DI_HSB2ARGB(float hue, float brightness, float saturation, uint8_t* colour);
 
-/* The hue of one colour in degrees, 0 to below 360; 0 for a grey. */
+/* hue - The hue of one colour in degrees, 0 to below 360; 0 for a grey. */
 LUMIVEX_API double LUMIVEX_CALL DI_ARGB2Hue(uint8_t red, uint8_t green, uint8_t blue);
 
-/* Converts a picture to L*a*b*.
+/* lab_image - Converts a picture to L*a*b*.
  *
  * source          The picture to read; alpha is not looked at.
  * lab             width * height records of four floats: L, a, b and one that is not written.
@@ -226,7 +230,7 @@ LUMIVEX_API double LUMIVEX_CALL DI_ARGB2Hue(uint8_t red, uint8_t green, uint8_t 
 LUMIVEX_API int32_t LUMIVEX_CALL IM_GetLab(const uint8_t* source, float* lab, int32_t width, int32_t height,
                                            uint32_t* progress);
 
-/* Fills the Lab cube.
+/* lab_cube - Fills the Lab cube.
  *
  * lightness, a, b  The three tables, 16777216 floats each.
  * progress         0 at entry, then trunc(blue * 0.390625) after each of the 256 values of blue; ends at 99.
@@ -234,7 +238,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_GetLab(const uint8_t* source, float* lab, in
  * Returns 256. */
 LUMIVEX_API int32_t LUMIVEX_CALL IM_SetDataLab(float* lightness, float* a, float* b, uint32_t* progress);
 
-/* Fills the RGB-from-Lab grid.
+/* rgb_grid - Fills the RGB-from-Lab grid.
  *
  * red, green, blue  The three tables, 31712226 bytes each.
  * progress          0 at entry, then the step l itself, 0 to 545, after each: a count, not a percentage.
@@ -246,16 +250,16 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_SetDataRGB(uint8_t* red, uint8_t* green, uin
  * core: probes, for hosts that want to check how they pass arguments
  * ================================================================================================================== */
 
-/* Element 6 (counted from 0) plus 1000, summed as floats, truncated to an integer. Reads values[6]. */
+/* probe_7 - Element 6 (counted from 0) plus 1000, summed as floats, truncated to an integer. Reads values[6]. */
 LUMIVEX_API int32_t LUMIVEX_CALL ESSAI_Structure(const float* values);
 
-/* Element 3 times element 2, as floats, truncated to an integer. Reads values[2] and values[3]. */
+/* probe_4 - Element 3 times element 2, as floats, truncated to an integer. Reads values[2] and values[3]. */
 LUMIVEX_API int32_t LUMIVEX_CALL ESSAI_Structure1(const float* values);
 
-/* Element 7 plus element 6, as floats, truncated to an integer. Reads values[6] and values[7]. */
+/* probe_8 - Element 7 plus element 6, as floats, truncated to an integer. Reads values[6] and values[7]. */
 LUMIVEX_API int32_t LUMIVEX_CALL ESSAI_Structure2(const float* values);
 
-/* Ignores its argument. Returns 30. */
+/* probe - Ignores its argument. Returns 30. */
 LUMIVEX_API int32_t LUMIVEX_CALL BVL_Test(int32_t ignored);
 
 /* =====================================================================================================================
@@ -271,7 +275,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL BVL_Test(int32_t ignored);
  * read it.
  * ================================================================================================================== */
 
-/* Fills a tone table with power curves that change by the same factor from row to row.
+/* gamma_table - Fills a tone table with power curves that change by the same factor from row to row.
  *
  *     gamma = (float)(10^(row / 50) / 10)        entry = (float)((level / 255)^(1 / gamma) * 255)
  *
@@ -281,15 +285,16 @@ LUMIVEX_API int32_t LUMIVEX_CALL BVL_Test(int32_t ignored);
  * Returns 25855, the index of the last entry. */
 LUMIVEX_API int32_t LUMIVEX_CALL IM_SetDataGamma(float* table, uint32_t unused);
 
-/* Fills a tone table with power curves whose gamma grows evenly: entry = (float)((level / 255)^(1 / gamma) * 255) with
- * gamma = (float)(row / 100).
+/* gamma_table_even - Fills a tone table with power curves whose gamma grows evenly: entry = (float)((level / 255)^(1 /
+ * gamma) * 255) with gamma = (float)(row / 100).
  *
  * table           101 * 256 floats. Row 100 is the identity; row 0 is 0 everywhere, level 255 included.
  *
  * Returns 25855, the index of the last entry. */
 LUMIVEX_API int32_t LUMIVEX_CALL IM_SetDataGammaSimple(float* table, uint32_t unused);
 
-/* Fills a fine ramp with one power curve: entry i = (float)(x^e) with x = (float)(i / 10000), e = (float)(1 / gamma).
+/* gamma_ramp - Fills a fine ramp with one power curve: entry i = (float)(x^e) with x = (float)(i / 10000), e =
+ * (float)(1 / gamma).
  *
  * ramp            10001 floats, 0..1 for a positive gamma.
  * gamma           1 is the identity; 0 counts as 1. Negative values give 1 and more, and infinity at 0.
@@ -297,14 +302,14 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_SetDataGammaSimple(float* table, uint32_t un
  * Returns 10001. */
 LUMIVEX_API int32_t LUMIVEX_CALL IM_SetDataGammaFixe(float* ramp, float gamma, uint32_t unused);
 
-/* Fills a bell of weights about the level 127: entry i = (float)exp((float)-((i - 127)^2 / 4000)).
+/* bell_weights - Fills a bell of weights about the level 127: entry i = (float)exp((float)-((i - 127)^2 / 4000)).
  *
  * bell            256 floats. Entry 127, not 128, is 1: that is meant.
  *
  * Returns 256. */
 LUMIVEX_API int32_t LUMIVEX_CALL IM_SetDataCloche(float* bell, uint32_t unused);
 
-/* Fills the curve family: row m - 1, for m in 1..256, holds at each level
+/* curve_family - Fills the curve family: row m - 1, for m in 1..256, holds at each level
  *     trunc((float)(x^e) * 255), clamped to 0..255, with x = (float)(level / 255), e = (float)(m / (256 - level)).
  *
  * family          256 * 256 bytes. All rows map 0 to 0 and 255 to 255. Low rows brighten, high rows darken; the
@@ -323,7 +328,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_SetDataCourbe(uint8_t* family, uint32_t unus
  * Alpha is untouched.
  * ================================================================================================================== */
 
-/* Curves: each channel through its own curve, then through the master curve.
+/* curves - Curves: each channel through its own curve, then through the master curve.
  *
  * A curve is 256 rows of the family, one for each level: with family[row][level] short for its entry,
  *     w = family[channel[v]][v]        result = family[master[w]][w]
@@ -338,7 +343,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_Courbes(uint8_t* destination, const uint8_t*
                                             const uint32_t* blue, uint32_t unused, const uint8_t* selection,
                                             int32_t width, int32_t height, uint8_t selection_only);
 
-/* Curves in L*a*b*, through the Lab cube and the grid.
+/* lab_curves - Curves in L*a*b*, through the Lab cube and the grid.
  *
  * Lightness goes through the formula of the curve family, not through its bytes: with Lc = L clamped to 0..100 and
  * m = lightness_rows[trunc(L * 2.55)] + 1 clamped to 1..256, each step rounded to float,
@@ -363,8 +368,8 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_CourbesLab(uint8_t* destination, const uint8
                                                const uint32_t* b_rows, uint32_t unused, const uint8_t* selection,
                                                int32_t width, int32_t height, uint8_t selection_only);
 
-/* Levels: stretches what lies between an input black and white, bends it by a gamma, and squeezes it between an output
- * black and white; each channel's own levels first, the master's second.
+/* levels - Levels: stretches what lies between an input black and white, bends it by a gamma, and squeezes it between
+ * an output black and white; each channel's own levels first, the master's second.
  *
  *     in = 0 below input black, 255 above input white, else trunc((v - black) * (float)(255 / (white - black)))
  *     bent = trunc((in / 255)^(1 / gamma) * 255)
@@ -382,7 +387,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_Niveau(uint8_t* destination, const uint8_t* 
                                            const int32_t* blue, const uint8_t* selection, int32_t width, int32_t height,
                                            uint8_t selection_only);
 
-/* One table for all channels: blue, green and red become table[v].
+/* map_levels - One table for all channels: blue, green and red become table[v].
  *
  * table           256 bytes.
  *
@@ -414,7 +419,8 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_NiveauPlus(uint8_t* destination, const uint8
  * Alpha is untouched. Size test: product.
  * ================================================================================================================== */
 
-/* Brightness and contrast about the level 127: T[v] = (float)((v - 127) * (float)(contrast / 50) + 127 + brightness).
+/* brightness_contrast - Brightness and contrast about the level 127: T[v] = (float)((v - 127) * (float)(contrast / 50)
+ * + 127 + brightness).
  *
  * brightness      Any number, rounded to float; -255..255 makes sense.
  * contrast        50 is neutral, 0 is flat, 100 doubles the distance from 127, negative values invert.
@@ -427,7 +433,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_BrillanceContraste(uint8_t* destination, con
                                                        uint8_t selection_only, uint8_t guided,
                                                        uint8_t clipping_warning);
 
-/* The tone of IM_BrillanceContraste for the whole picture, with histograms of what comes out.
+/* contrast_histograms - The tone of IM_BrillanceContraste for the whole picture, with histograms of what comes out.
  *
  * To each histogram the value t of each pixel, before it is clamped, adds 1 in the bin trunc(t), if that is 0..255 and
  * trunc(t + 0.5) is the same number: values with a fraction of 0.5 or more, above 255 or down from -1 are not counted.
@@ -446,7 +452,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_BrillanceContrasteH(uint8_t* destination, co
                                                         float contrast, uint32_t unused2, float* mean, float* red,
                                                         float* green, float* blue, float scale);
 
-/* Gamma through a tone table: T is the table's row.
+/* gamma - Gamma through a tone table: T is the table's row.
  *
  * tone_table      101 rows of 256 floats, from IM_SetDataGamma or IM_SetDataGammaSimple. Only one row is read.
  * row             Clamped to 0..100 and truncated.
@@ -465,7 +471,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_Gamma(uint8_t* destination, const uint8_t* s
  * the cost. The source, the equalised picture and the selection stay the same in between.
  * ================================================================================================================== */
 
-/* Counts the levels of a picture.
+/* histograms - Counts the levels of a picture.
  *
  * image           The picture to read; alpha is not looked at.
  * red, green, blue  256 counters each. They are added to, never cleared, and wrap at 2^32.
@@ -474,7 +480,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_Gamma(uint8_t* destination, const uint8_t* s
 LUMIVEX_API int32_t LUMIVEX_CALL IM_GetDataHisto(const uint8_t* image, uint32_t* red, uint32_t* green, uint32_t* blue,
                                                  int32_t width, int32_t height);
 
-/* Counts the levels of a picture and of its grey, (green + red + blue) / 3 in integers.
+/* histograms_with_grey - Counts the levels of a picture and of its grey, (green + red + blue) / 3 in integers.
  *
  * image           The picture to read; alpha is not looked at.
  * grey, red, green, blue  256 counters each. They are added to, never cleared, and wrap at 2^32.
@@ -486,7 +492,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_GetDataHistoChance(const uint8_t* image, uin
                                                        uint32_t* green, uint32_t* blue, int32_t width, int32_t height,
                                                        int32_t* largest);
 
-/* Makes the table that equalises a picture's lightness.
+/* equalising_table - Makes the table that equalises a picture's lightness.
  *
  * The lightness of each pixel counts in the bin trunc(L * 2.55), so that white counts in 254. Entry k is the share of
  * the pixels in the bins 0..k, times 255: each bin times (float)(255 / (width * height)), plus the one before, rounded
@@ -500,7 +506,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_GetDataHistoChance(const uint8_t* image, uin
 LUMIVEX_API int32_t LUMIVEX_CALL IM_GetTabBrillance(const uint8_t* source, const float* lightness, uint8_t* table,
                                                     int32_t width, int32_t height);
 
-/* Equalises lightness and mixes the result with the source.
+/* equalise - Equalises lightness and mixes the result with the source.
  *
  * The equalised colour is the grid's at L' = (float)(table[trunc(L * 2.55)] * 100 / 255) and the pixel's own a and b,
  * each truncated to the grid. The destination gets, for blue, green and red,
@@ -525,7 +531,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_GetEqualiser(uint8_t* destination, const uin
                                                  const uint8_t* table, int32_t strength, uint8_t selection_only,
                                                  uint32_t* progress);
 
-/* Mixes the source and its equalised picture, exactly as IM_GetEqualiser does.
+/* mix_equalised - Mixes the source and its equalised picture, exactly as IM_GetEqualiser does.
  *
  * destination     The picture to write. In place: yes.
  * source          The picture that was equalised.
@@ -543,7 +549,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_Equaliser(uint8_t* destination, const uint8_
  * adjust: colour balance
  * ================================================================================================================== */
 
-/* Shifts L*a*b*, through the Lab cube and the grid.
+/* balance - Shifts L*a*b*, through the Lab cube and the grid.
  *
  * L, a and b plus their shifts, each rounded to float and clamped to what the grid covers (0..100, -120..120), are
  * truncated to the grid. With shifts of 0 the picture changes a little all the same.
@@ -577,7 +583,8 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_Balance(uint8_t* destination, const uint8_t*
  * progress        Chapter 6.
  * ================================================================================================================== */
 
-/* Two rounds of a box average of 2 * radius - 1 pixels a side, in place, at a cost that does not depend on the radius.
+/* box_blur - Two rounds of a box average of 2 * radius - 1 pixels a side, in place, at a cost that does not depend on
+ * the radius.
  *
  * image           The picture, changed in place.
  * scratch         A second picture; its colours are overwritten, its alpha is not touched. It must not be image.
@@ -590,36 +597,36 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_Balance(uint8_t* destination, const uint8_t*
 LUMIVEX_API int32_t LUMIVEX_CALL IM_Flou(uint8_t* image, uint8_t* scratch, const uint8_t* selection, int32_t width,
                                          int32_t height, int32_t radius, uint8_t use_selection, uint8_t invert);
 
-/* Gaussian of 5 x 5, weights summing to 273. Returns height. */
+/* gaussian_5 - Gaussian of 5 x 5, weights summing to 273. Returns height. */
 LUMIVEX_API int32_t LUMIVEX_CALL IM_FlouGaussien(uint8_t* destination, const uint8_t* source, const uint8_t* selection,
                                                  int32_t width, int32_t height, uint8_t use_selection,
                                                  uint32_t* progress);
 
-/* Gaussian of 7 x 7, weights summing to 997. Returns height. */
+/* gaussian_7 - Gaussian of 7 x 7, weights summing to 997. Returns height. */
 LUMIVEX_API int32_t LUMIVEX_CALL IM_FlouGaussien77(uint8_t* destination, const uint8_t* source,
                                                    const uint8_t* selection, int32_t width, int32_t height,
                                                    uint8_t use_selection, uint32_t* progress);
 
-/* Gaussian of 9 x 9, weights summing to 2440. Returns height. */
+/* gaussian_9 - Gaussian of 9 x 9, weights summing to 2440. Returns height. */
 LUMIVEX_API int32_t LUMIVEX_CALL IM_FlouGaussien99(uint8_t* destination, const uint8_t* source,
                                                    const uint8_t* selection, int32_t width, int32_t height,
                                                    uint8_t use_selection, uint32_t* progress);
 
-/* A flatter kernel of 7 x 7, weights summing to 140. Returns height. */
+/* soft_7 - A flatter kernel of 7 x 7, weights summing to 140. Returns height. */
 LUMIVEX_API int32_t LUMIVEX_CALL IM_FlouGaussien77Plus(uint8_t* destination, const uint8_t* source,
                                                        const uint8_t* selection, int32_t width, int32_t height,
                                                        uint8_t use_selection, uint32_t* progress);
 
-/* The plain average of 5 x 5 pixels, its name notwithstanding. Returns height. */
+/* average_5 - The plain average of 5 x 5 pixels, its name notwithstanding. Returns height. */
 LUMIVEX_API int32_t LUMIVEX_CALL IM_FlouGaussienPlus(uint8_t* destination, const uint8_t* source,
                                                      const uint8_t* selection, int32_t width, int32_t height,
                                                      uint8_t use_selection, uint32_t* progress);
 
-/* The plain average of 5 x 5 pixels, without selection or progress. Returns height. */
+/* average_5_whole - The plain average of 5 x 5 pixels, without selection or progress. Returns height. */
 LUMIVEX_API int32_t LUMIVEX_CALL IM_FourchetteFlou(uint8_t* destination, const uint8_t* source, int32_t width,
                                                    int32_t height);
 
-/* Blurs lightness alone: the 5 x 5 kernel over L, with a and b of the pixel itself.
+/* lab_blur - Blurs lightness alone: the 5 x 5 kernel over L, with a and b of the pixel itself.
  *
  * lightness, a, b   The Lab cube.
  *
@@ -632,7 +639,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_FlouLAB_L(uint8_t* destination, const uint8_
                                               const float* a, const float* b, const uint8_t* selection, int32_t width,
                                               int32_t height, uint8_t use_selection, uint32_t* progress);
 
-/* Blurs colour alone: the 5 x 5 kernel of IM_FlouGaussien over a and b, with L of the pixel itself.
+/* lab_colour_blur - Blurs colour alone: the 5 x 5 kernel of IM_FlouGaussien over a and b, with L of the pixel itself.
  *
  * lightness, a, b   The Lab cube.
  *
@@ -660,7 +667,8 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_FlouLAB_AB(uint8_t* destination, const uint8
  * Alpha is untouched.
  * ================================================================================================================== */
 
-/* Unsharp mask: image + k * (image - softened), clamped to 0..255, for blue, green and red, with k = amount / -15.
+/* unsharp - Unsharp mask: image + k * (image - softened), clamped to 0..255, for blue, green and red, with k = amount /
+ * -15.
  *
  * amount          Truncated to whole k: -15 sharpens by the whole difference, -30 by twice that, 15 gives the softened
  *                 copy; -14..14 copy the image.
@@ -669,12 +677,12 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_FlouLAB_AB(uint8_t* destination, const uint8
 LUMIVEX_API int32_t LUMIVEX_CALL IM_Net(uint8_t* destination, const uint8_t* image, const uint8_t* softened,
                                         int32_t width, int32_t height, int32_t amount, uint32_t* progress);
 
-/* IM_Net under a selection. In place: yes. Returns height. */
+/* sharpen - IM_Net under a selection. In place: yes. Returns height. */
 LUMIVEX_API int32_t LUMIVEX_CALL IM_Accentuer(uint8_t* destination, const uint8_t* image, const uint8_t* softened,
                                               const uint8_t* selection, int32_t width, int32_t height, int32_t amount,
                                               uint8_t use_selection, uint32_t* progress);
 
-/* High pass: what the picture has over its softened copy, on black.
+/* high_pass - High pass: what the picture has over its softened copy, on black.
  *
  *     d = (image - softened) * (float)(amount / 10.0 + 0.5), truncated, clamped to 0..255
  *
@@ -688,7 +696,8 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_HighPass(uint8_t* destination, const uint8_t
                                              int32_t width, int32_t height, int32_t amount, uint8_t invert,
                                              uint8_t grey, uint32_t* progress);
 
-/* Shift of all channels: v + offset, clamped to 0..255. IM_Brillance with progress, and without the product test.
+/* shift - Shift of all channels: v + offset, clamped to 0..255. IM_Brillance with progress, and without the product
+ * test.
  *
  * offset          Any number; -255..255 makes a difference.
  *
@@ -696,7 +705,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_HighPass(uint8_t* destination, const uint8_t
 LUMIVEX_API int32_t LUMIVEX_CALL IM_Decal(uint8_t* destination, const uint8_t* source, int32_t width, int32_t height,
                                           int32_t offset, uint32_t* progress);
 
-/* Detail: new lightness through a curve that the local contrast chooses from; a and b stay.
+/* detail - Detail: new lightness through a curve that the local contrast chooses from; a and b stay.
  *
  * The excess of image over softened, 0 where it has none, is stretched by about 1.3 and lifted by 122 in each channel.
  * With Li the lightness of that colour, and LA that of the image's own,
@@ -719,7 +728,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_Detail(uint8_t* destination, const uint8_t* 
                                            const uint8_t* selection, int32_t width, int32_t height, uint32_t unused,
                                            uint8_t use_selection, uint32_t* progress);
 
-/* Threshold: black where (blue + green + red) / 3, truncated, is below the threshold, white elsewhere.
+/* threshold_grey - Threshold: black where (blue + green + red) / 3, truncated, is below the threshold, white elsewhere.
  *
  * threshold       Any number: 0 makes all white, 256 all black.
  *
@@ -729,8 +738,8 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_Seuil(uint8_t* destination, const uint8_t* s
                                           int32_t width, int32_t height, int32_t threshold, uint8_t use_selection,
                                           uint32_t* progress);
 
-/* Erosion by the four nearest neighbours: blue, green and red lose all that the largest neighbour has over them, and
- * become 0 where that is more than they have.
+/* erode - Erosion by the four nearest neighbours: blue, green and red lose all that the largest neighbour has over
+ * them, and become 0 where that is more than they have.
  *
  * The outer row and column on each side are not written; a height below 3 does nothing but set progress to 0. In place:
  * no. Returns height. */
@@ -738,13 +747,14 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_ErosionRGB(uint8_t* destination, const uint8
                                                int32_t width, int32_t height, uint8_t use_selection,
                                                uint32_t* progress);
 
-/* Dilation by the four nearest neighbours: blue, green and red gain half of what the largest neighbour has over them,
- * truncated. Half, where IM_ErosionRGB takes all: that is meant. Borders as there. In place: no. Returns height. */
+/* dilate - Dilation by the four nearest neighbours: blue, green and red gain half of what the largest neighbour has
+ * over them, truncated. Half, where IM_ErosionRGB takes all: that is meant. Borders as there. In place: no. Returns
+ * height. */
 LUMIVEX_API int32_t LUMIVEX_CALL IM_DilatationRGB(uint8_t* destination, const uint8_t* source, const uint8_t* selection,
                                                   int32_t width, int32_t height, uint8_t use_selection,
                                                   uint32_t* progress);
 
-/* Erosion of the two colour axes, with the lightness that the host gives.
+/* erode_lab - Erosion of the two colour axes, with the lightness that the host gives.
  *
  * For a, and likewise for b, with c = trunc(a of the pixel) and m the least of -120 and trunc(c - a) of its four
  * nearest neighbours, the new a is c + m, clamped to -120..120. The least starts at -120, not at 0, so that both axes
@@ -759,8 +769,8 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_ErosionLAB_AB(uint8_t* destination, const ui
                                                   int32_t width, int32_t height, uint8_t use_selection,
                                                   uint32_t* progress);
 
-/* Edge map in two colours, by the gradient of 3 x 3 pixels (Sobel): with gx and gy each the mean of the gradients of
- * blue, green and red,
+/* edge_map - Edge map in two colours, by the gradient of 3 x 3 pixels (Sobel): with gx and gy each the mean of the
+ * gradients of blue, green and red,
  *     sqrt(gx * gx + gy * gy) <= threshold gives colour 1, else colour 2.
  *
  * red1 ... blue2  The two colours.
@@ -797,8 +807,8 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_Contour(uint8_t* destination, const uint8_t*
  * Only the bytes named are written. No function here takes a selection or progress.
  * ================================================================================================================== */
 
-/* Adds the red pixels of a picture to a mask, or takes them from it: byte 0 of the mask becomes 255 or 0 where the
- * picture's red is 255, and stays elsewhere.
+/* mask_from_red - Adds the red pixels of a picture to a mask, or takes them from it: byte 0 of the mask becomes 255 or
+ * 0 where the picture's red is 255, and stays elsewhere.
  *
  * source          The picture with the red strokes.
  * value           Not 0 adds, 0 takes away.
@@ -807,13 +817,13 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_Contour(uint8_t* destination, const uint8_t*
 LUMIVEX_API int32_t LUMIVEX_CALL DS_Image2Mask(const uint8_t* source, uint8_t* mask, int32_t width, int32_t height,
                                                uint8_t value);
 
-/* Shows a selection: alpha becomes 255 where the mask is 255, and 80 elsewhere, dimmed rather than removed.
+/* mask_show - Shows a selection: alpha becomes 255 where the mask is 255, and 80 elsewhere, dimmed rather than removed.
  *
  * In place: yes. Returns 1. */
 LUMIVEX_API int32_t LUMIVEX_CALL DS_Mask2Transparent(const uint8_t* mask, uint8_t* image, int32_t width,
                                                      int32_t height);
 
-/* DS_Mask2Transparent in an inclusive rectangle.
+/* mask_show_clip - DS_Mask2Transparent in an inclusive rectangle.
  *
  * height          Ignored.
  *
@@ -822,7 +832,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL DS_Mask2TransparentClip(const uint8_t* mask, ui
                                                          int32_t height, int32_t x0, int32_t x1, int32_t y0,
                                                          int32_t y1);
 
-/* Cuts away what a mask of another size selects: alpha becomes 0 at (x, y) where the mask is 255 at
+/* mask_cut - Cuts away what a mask of another size selects: alpha becomes 0 at (x, y) where the mask is 255 at
  *     (trunc(x * horizontal_scale), trunc(y * vertical_scale)),
  * with exact products, and stays elsewhere. The reverse of DS_Mask2Transparent.
  *
@@ -836,7 +846,8 @@ LUMIVEX_API int32_t LUMIVEX_CALL DS_Mask2TransparentAppliquer(const uint8_t* mas
                                                               int32_t height, int32_t mask_width, int32_t mask_height,
                                                               float horizontal_scale, float vertical_scale);
 
-/* Selects by colour: turns the picture itself into a mask picture, 255 0 0 where each channel v of a pixel fulfils
+/* select_colour - Selects by colour: turns the picture itself into a mask picture, 255 0 0 where each channel v of a
+ * pixel fulfils
  *     reference - tolerance < v < reference + tolerance,
  * 0 0 0 elsewhere, alpha 255 everywhere; and gives the bounds of what matched. A tolerance of 0 matches nothing.
  *
@@ -852,9 +863,9 @@ LUMIVEX_API int32_t LUMIVEX_CALL DS_EcartCouleur(uint8_t* image, int32_t width, 
                                                  uint8_t green, uint8_t blue, uint8_t tolerance, int32_t* left,
                                                  int32_t* right, int32_t* top, int32_t* bottom);
 
-/* The outline of a mask, just inside it. Where the mask is 255, a pixel with all four nearest neighbours in the picture
- * and none of them 0 becomes 0 0 0 0, any other takes the colour, with alpha 255. Where the mask is not 255, alpha
- * becomes 0 and the colour stays. A neighbour counts from 1 on: that is meant.
+/* mask_outline - The outline of a mask, just inside it. Where the mask is 255, a pixel with all four nearest neighbours
+ * in the picture and none of them 0 becomes 0 0 0 0, any other takes the colour, with alpha 255. Where the mask is not
+ * 255, alpha becomes 0 and the colour stays. A neighbour counts from 1 on: that is meant.
  *
  * destination     The picture of the outline.
  *
@@ -862,20 +873,21 @@ LUMIVEX_API int32_t LUMIVEX_CALL DS_EcartCouleur(uint8_t* image, int32_t width, 
 LUMIVEX_API int32_t LUMIVEX_CALL DS_Mask2Border(const uint8_t* mask, uint8_t* destination, int32_t width,
                                                 int32_t height, uint8_t red, uint8_t green, uint8_t blue);
 
-/* DS_Mask2Border in an inclusive rectangle. Neighbours are looked at beyond the rectangle. In place: no. Returns
- * height. */
+/* mask_outline_clip - DS_Mask2Border in an inclusive rectangle. Neighbours are looked at beyond the rectangle. In
+ * place: no. Returns height. */
 LUMIVEX_API int32_t LUMIVEX_CALL DS_Mask2BorderClip(const uint8_t* mask, uint8_t* destination, int32_t width,
                                                     int32_t height, int32_t x0, int32_t x1, int32_t y0, int32_t y1,
                                                     uint8_t red, uint8_t green, uint8_t blue);
 
-/* DS_Mask2Border with the mask in red. In place: no. Returns height. */
+/* red_mask_outline - DS_Mask2Border with the mask in red. In place: no. Returns height. */
 LUMIVEX_API int32_t LUMIVEX_CALL LA_Data2Border(const uint8_t* mask, uint8_t* destination, int32_t width,
                                                 int32_t height, uint8_t red, uint8_t green, uint8_t blue);
 
-/* The outline of a mask in red, just outside it. A pixel of 0 takes the colour, with alpha 255, if one of its four
- * nearest neighbours is 255, and becomes 0 0 0 0 if none is. For others alpha becomes 0 and the colour stays. In the
- * picture's first and last column and row it is different: there a pixel takes the colour if it is 255 itself or its
- * neighbour toward the middle is, and is otherwise left with alpha 0. The corners belong to the columns.
+/* red_mask_outline_outside - The outline of a mask in red, just outside it. A pixel of 0 takes the colour, with alpha
+ * 255, if one of its four nearest neighbours is 255, and becomes 0 0 0 0 if none is. For others alpha becomes 0 and the
+ * colour stays. In the picture's first and last column and row it is different: there a pixel takes the colour if it is
+ * 255 itself or its neighbour toward the middle is, and is otherwise left with alpha 0. The corners belong to the
+ * columns.
  *
  * destination     The picture of the outline.
  * flags           width * height bytes: 255 is written where the mask is 255, nothing elsewhere.
@@ -885,8 +897,9 @@ LUMIVEX_API int32_t LUMIVEX_CALL LA_Data2BorderOut(const uint8_t* mask, uint8_t*
                                                    int32_t width, int32_t height, uint8_t red, uint8_t green,
                                                    uint8_t blue);
 
-/* Grows a mask by a pixel: for each pixel of a half-open rectangle that is not 0 in the source, the eight round it
- * become 255 in the destination. The pixel itself is not written: the host passes a copy of the source as destination.
+/* mask_grow - Grows a mask by a pixel: for each pixel of a half-open rectangle that is not 0 in the source, the eight
+ * round it become 255 in the destination. The pixel itself is not written: the host passes a copy of the source as
+ * destination.
  *
  * destination     The mask to write, byte 0.
  * source          The mask to read, byte 0.
@@ -897,28 +910,28 @@ LUMIVEX_API int32_t LUMIVEX_CALL LA_Data2BorderOut(const uint8_t* mask, uint8_t*
 LUMIVEX_API int32_t LUMIVEX_CALL DS_Dilatation_iData(uint8_t* destination, const uint8_t* source, int32_t width,
                                                      int32_t height, int32_t x0, int32_t x1, int32_t y0, int32_t y1);
 
-/* Shrinks a mask by a pixel: DS_Dilatation_iData with the eight round each pixel of 0 becoming 0. In place: no. Returns
- * height. */
+/* mask_shrink - Shrinks a mask by a pixel: DS_Dilatation_iData with the eight round each pixel of 0 becoming 0. In
+ * place: no. Returns height. */
 LUMIVEX_API int32_t LUMIVEX_CALL DS_Erosion_iData(uint8_t* destination, const uint8_t* source, int32_t width,
                                                   int32_t height, int32_t x0, int32_t x1, int32_t y0, int32_t y1);
 
-/* DS_Dilatation_iData with the masks in red. In place: no. Returns height. */
+/* red_mask_grow - DS_Dilatation_iData with the masks in red. In place: no. Returns height. */
 LUMIVEX_API int32_t LUMIVEX_CALL DS_Dilatation_Rouge(uint8_t* destination, const uint8_t* source, int32_t width,
                                                      int32_t height, int32_t x0, int32_t x1, int32_t y0, int32_t y1);
 
-/* Grows a soft mask: blue, green and red move half way to the largest of the four nearest neighbours, if that is
- * larger, truncated. The outer row and column on each side are not written. In place: no. Returns height. */
+/* soft_mask_grow - Grows a soft mask: blue, green and red move half way to the largest of the four nearest neighbours,
+ * if that is larger, truncated. The outer row and column on each side are not written. In place: no. Returns height. */
 LUMIVEX_API int32_t LUMIVEX_CALL DS_DilatationReduc(uint8_t* destination, const uint8_t* source, int32_t width,
                                                     int32_t height);
 
-/* Shrinks a soft mask: blue, green and red move half way to the least of the four nearest neighbours, truncated toward
- * themselves. What is darker than all four gets lighter: that is meant. Borders as for DS_DilatationReduc. In place:
- * no. Returns height. */
+/* soft_mask_shrink - Shrinks a soft mask: blue, green and red move half way to the least of the four nearest
+ * neighbours, truncated toward themselves. What is darker than all four gets lighter: that is meant. Borders as for
+ * DS_DilatationReduc. In place: no. Returns height. */
 LUMIVEX_API int32_t LUMIVEX_CALL DS_ErosionReduc(uint8_t* destination, const uint8_t* source, int32_t width,
                                                  int32_t height);
 
-/* Softens a mask: blue, green and red become the weighted average of 5 x 5 pixels, truncated, with these weights of
- * 159:
+/* mask_soften - Softens a mask: blue, green and red become the weighted average of 5 x 5 pixels, truncated, with these
+ * weights of 159:
  *     2  4  5  4  2
  *     2  9 12  9  4
  *     4 12 15 12  5
@@ -929,27 +942,27 @@ LUMIVEX_API int32_t LUMIVEX_CALL DS_ErosionReduc(uint8_t* destination, const uin
 LUMIVEX_API int32_t LUMIVEX_CALL DS_FlouGaussienReduc(uint8_t* destination, const uint8_t* source, int32_t width,
                                                       int32_t height);
 
-/* Hardens a mask: blue, green and red become (v - 128) * 1.5 + 128, truncated, clamped to 0..255.
+/* mask_contrast - Hardens a mask: blue, green and red become (v - 128) * 1.5 + 128, truncated, clamped to 0..255.
  *
  * image           The picture, changed in place.
  *
  * Returns height. */
 LUMIVEX_API int32_t LUMIVEX_CALL DS_ContrasterReduc(uint8_t* image, int32_t width, int32_t height);
 
-/* Inverts a mask, in place: byte 0 becomes 255 - v. Returns 1. */
+/* mask_invert - Inverts a mask, in place: byte 0 becomes 255 - v. Returns 1. */
 LUMIVEX_API int32_t LUMIVEX_CALL DS_InverserMask(uint8_t* mask, int32_t width, int32_t height);
 
-/* Makes a picture opaque, in place: alpha becomes 255. Returns 1. */
+/* opaque - Makes a picture opaque, in place: alpha becomes 255. Returns 1. */
 LUMIVEX_API int32_t LUMIVEX_CALL DS_EffacerTransparent(uint8_t* image, int32_t width, int32_t height);
 
-/* Exchanges opaque and transparent, in place: alpha becomes 255 - alpha. Returns 1. */
+/* invert_alpha - Exchanges opaque and transparent, in place: alpha becomes 255 - alpha. Returns 1. */
 LUMIVEX_API int32_t LUMIVEX_CALL DS_InverserTransparent(uint8_t* image, int32_t width, int32_t height);
 
-/* Fills a picture with a colour, in place; alpha stays. Returns 1. */
+/* fill - Fills a picture with a colour, in place; alpha stays. Returns 1. */
 LUMIVEX_API int32_t LUMIVEX_CALL DS_SetColorData(uint8_t* image, int32_t width, int32_t height, uint8_t red,
                                                  uint8_t green, uint8_t blue);
 
-/* Copies blue, green and red, and not alpha, its name notwithstanding.
+/* take_colours - Copies blue, green and red, and not alpha, its name notwithstanding.
  *
  * source          The picture to read.
  * destination     The picture to write. In place: yes.
@@ -958,7 +971,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL DS_SetColorData(uint8_t* image, int32_t width, 
 LUMIVEX_API int32_t LUMIVEX_CALL DS_SetAlphaData(const uint8_t* source, uint8_t* destination, int32_t width,
                                                  int32_t height);
 
-/* Copies alpha, and not the colour.
+/* take_alpha - Copies alpha, and not the colour.
  *
  * source          The picture to read.
  * destination     The picture to write. In place: yes.
@@ -967,7 +980,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL DS_SetAlphaData(const uint8_t* source, uint8_t*
 LUMIVEX_API int32_t LUMIVEX_CALL DS_TransfertAlpha(const uint8_t* source, uint8_t* destination, int32_t width,
                                                    int32_t height);
 
-/* Copies blue, green and red where the alpha of a third picture is 0.
+/* fill_outside - Copies blue, green and red where the alpha of a third picture is 0.
  *
  * key             The picture whose alpha decides.
  * source          The picture to read.
@@ -991,7 +1004,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL DS_TransfertDataSelected(const uint8_t* key, co
  * want_transparent  Which value is wanted: 0 if this byte is not 0, else 255.
  * ================================================================================================================== */
 
-/* Paints transparency: alpha becomes the given value.
+/* paint_alpha - Paints transparency: alpha becomes the given value.
  *
  * height          Ignored.
  *
@@ -1000,7 +1013,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL PA_Transparent(const uint8_t* stroke, uint8_t* 
                                                 uint8_t alpha, int32_t width, int32_t height, int32_t x0, int32_t x1,
                                                 int32_t y0, int32_t y1, uint8_t use_test, uint8_t want_transparent);
 
-/* Paints opacity: PA_Transparent with alpha 255.
+/* paint_opaque - Paints opacity: PA_Transparent with alpha 255.
  *
  * height          Ignored.
  *
@@ -1009,8 +1022,8 @@ LUMIVEX_API int32_t LUMIVEX_CALL PA_Opaque(const uint8_t* stroke, uint8_t* pictu
                                            int32_t height, int32_t x0, int32_t x1, int32_t y0, int32_t y1,
                                            uint8_t use_test, uint8_t want_transparent);
 
-/* Clones an offset copy of a picture under a stroke. With a = (float)(opacity / 255.0) and b = (float)(1 - a), blue,
- * green and red become
+/* clone - Clones an offset copy of a picture under a stroke. With a = (float)(opacity / 255.0) and b = (float)(1 - a),
+ * blue, green and red become
  *     clone(x - offset_x, y - offset_y) * a + b * picture(x, y),
  * truncated, and alpha 255, where that place of the clone source lies within width and height, and the clone source's
  * alpha at (x, y) itself, not at the place copied from, is 255: that is meant.
@@ -1025,7 +1038,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL PA_Copie(const uint8_t* stroke, const uint8_t* 
                                           int32_t x0, int32_t x1, int32_t y0, int32_t y1, uint8_t use_test,
                                           uint8_t want_transparent, int32_t offset_x, int32_t offset_y);
 
-/* Alpha from grey, in a half-open rectangle: alpha becomes byte 0 of the grey picture.
+/* alpha_from_mask - Alpha from grey, in a half-open rectangle: alpha becomes byte 0 of the grey picture.
  *
  * picture         The picture whose alpha is written. In place: yes.
  * grey            The grey picture: black becomes transparent, white opaque.
@@ -1035,7 +1048,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL PA_Copie(const uint8_t* stroke, const uint8_t* 
 LUMIVEX_API int32_t LUMIVEX_CALL RE_Black2Trans(uint8_t* picture, const uint8_t* grey, int32_t width, int32_t height,
                                                 int32_t x0, int32_t x1, int32_t y0, int32_t y1);
 
-/* Shows alpha as grey: blue, green and red become the source's alpha, and alpha 255.
+/* grey_from_alpha - Shows alpha as grey: blue, green and red become the source's alpha, and alpha 255.
  *
  * destination     The picture to write. In place: yes.
  * source          The picture to read.
@@ -1044,13 +1057,15 @@ LUMIVEX_API int32_t LUMIVEX_CALL RE_Black2Trans(uint8_t* picture, const uint8_t*
 LUMIVEX_API int32_t LUMIVEX_CALL RE_Trans2Black(uint8_t* destination, const uint8_t* source, int32_t width,
                                                 int32_t height);
 
-/* Makes white transparent, in place: alpha becomes 0 where blue, green and red are all 255. Returns height. */
+/* white_to_alpha - Makes white transparent, in place: alpha becomes 0 where blue, green and red are all 255. Returns
+ * height. */
 LUMIVEX_API int32_t LUMIVEX_CALL RE_White2Trans(uint8_t* picture, int32_t width, int32_t height);
 
-/* Gives all pixels one alpha, in place. Returns height. */
+/* set_alpha - Gives all pixels one alpha, in place. Returns height. */
 LUMIVEX_API int32_t LUMIVEX_CALL RE_SetTransparence(uint8_t* picture, int32_t width, int32_t height, uint8_t alpha);
 
-/* A copy of a picture with alpha from a guide: m = (blue + green + red) / 3 of the guide, in integers.
+/* alpha_from_grey - A copy of a picture with alpha from a guide: m = (blue + green + red) / 3 of the guide, in
+ * integers.
  *
  * destination     The picture to write, all four bytes. In place: yes.
  * source          The picture to read.
@@ -1064,8 +1079,8 @@ LUMIVEX_API int32_t LUMIVEX_CALL RE_TransparenceMask(uint8_t* destination, const
                                                      const uint8_t* selection, int32_t width, int32_t height,
                                                      uint8_t offset, uint8_t invert, uint8_t selection_only);
 
-/* Restores a picture through a guide, in a half-open rectangle. With w = (float)(guide / 255.0) and v = (float)(1 - w),
- * each of the four bytes becomes
+/* restore - Restores a picture through a guide, in a half-open rectangle. With w = (float)(guide / 255.0) and v =
+ * (float)(1 - w), each of the four bytes becomes
  *     root * v + picture * w, truncated.
  *
  * picture         The picture, changed in place.
@@ -1090,7 +1105,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL RE_Root2Trans(uint8_t* picture, const uint8_t* 
  * profile         256 bytes: the opacity at each position, entry 255 at the start of the fade.
  * ================================================================================================================== */
 
-/* A fade along a straight line, to one side of it. The start line is y = (x - x0) * m + y0; with
+/* fade_linear - A fade along a straight line, to one side of it. The start line is y = (x - x0) * m + y0; with
  *     A = (float)((y0 / m - x0) / 2)        B = (float)((m * x0 - y0) / 2)
  *     t = (x + A) * gx + (y + B) * gy       where (x - x0) * m + y0 <= y, and 0 elsewhere,
  * in extended precision (64 bits) after x and y have been rounded to float.
@@ -1105,7 +1120,8 @@ LUMIVEX_API int32_t LUMIVEX_CALL TRA_ImageLineaire(uint8_t* image, const uint8_t
                                                    uint8_t other_side, int32_t width, int32_t height, float x0,
                                                    float y0, float m, float gx, float gy);
 
-/* A fade round a centre. With dy2 = (y - centre_y)^2, squared in extended precision and rounded to double,
+/* fade_radial - A fade round a centre. With dy2 = (y - centre_y)^2, squared in extended precision and rounded to
+ * double,
  *     t = (float)((float)sqrt((float)((x - centre_x)^2 + dy2)) / radius).
  *
  * centre_x, centre_y  In pixels, inside the picture or not.
@@ -1139,9 +1155,10 @@ LUMIVEX_API int32_t LUMIVEX_CALL TRA_ImageRadial(uint8_t* image, const uint8_t* 
  * Alpha is untouched, except by RE_CouleurMask and RE_TextureMask, which copy it from the source. All return height.
  * ================================================================================================================== */
 
-/* Lightens and darkens: toward one prepared picture where the guide is lighter than 128, and toward another where it is
- * darker. Above 128, w = (float)((tone - 128) / 128) of the highlights; up to 128, w = (float)(1 - tone / 128) of the
- * shadows. A black guide shows the shadows alone, but a white one only 127 / 128 of the highlights: that is meant.
+/* retouch_tone - Lightens and darkens: toward one prepared picture where the guide is lighter than 128, and toward
+ * another where it is darker. Above 128, w = (float)((tone - 128) / 128) of the highlights; up to 128, w = (float)(1 -
+ * tone / 128) of the shadows. A black guide shows the shadows alone, but a white one only 127 / 128 of the highlights:
+ * that is meant.
  *
  * base            The picture shown where the guide's tone is 128.
  * highlight       The lighter picture.
@@ -1150,7 +1167,8 @@ LUMIVEX_API int32_t LUMIVEX_CALL RE_Pinceau(uint8_t* destination, const uint8_t*
                                             const uint8_t* highlight, const uint8_t* shadow, int32_t width,
                                             int32_t height, int32_t x0, int32_t x1, int32_t y0, int32_t y1);
 
-/* Filters where the guide is light: w = (float)((whole tone + bias) / 255.0), and here 1 - w is rounded to float too.
+/* retouch_filter - Filters where the guide is light: w = (float)((whole tone + bias) / 255.0), and here 1 - w is
+ * rounded to float too.
  *
  * filtered        The filtered picture: what a white guide shows.
  * base            The unfiltered picture: what a black guide shows.
@@ -1160,8 +1178,8 @@ LUMIVEX_API int32_t LUMIVEX_CALL RE_MaskFiltrePinceau(uint8_t* destination, cons
                                                       int32_t height, int32_t bias, int32_t x0, int32_t x1, int32_t y0,
                                                       int32_t y1);
 
-/* Paints a colour where the guide is dark, and spares grey highlights or shadows: w = (float)(1 - tone / 255.0), but 0
- * where the reference is grey (blue, green and red the same) and beyond the threshold.
+/* retouch_colour - Paints a colour where the guide is dark, and spares grey highlights or shadows: w = (float)(1 - tone
+ * / 255.0), but 0 where the reference is grey (blue, green and red the same) and beyond the threshold.
  *
  * source          The picture to paint over.
  * reference       The picture that is looked at for greys, often the source itself.
@@ -1173,7 +1191,8 @@ LUMIVEX_API int32_t LUMIVEX_CALL RE_PinceauFusionNB(uint8_t* destination, const 
                                                     uint8_t red, uint8_t green, uint8_t blue, uint8_t threshold,
                                                     uint8_t protect_above, uint8_t selection_only);
 
-/* Paints a colour where the guide is dark, as far as a reference is light: with the reference's whole tone k,
+/* retouch_tint - Paints a colour where the guide is dark, as far as a reference is light: with the reference's whole
+ * tone k,
  *     w = (float)((float)(1 - tone / 255.0) * (float)(k / 255.0)),
  * and 0 where the guide is white.
  *
@@ -1188,9 +1207,9 @@ LUMIVEX_API int32_t LUMIVEX_CALL RE_PinceauFusionCouleur(uint8_t* destination, c
                                                          uint8_t green, uint8_t blue, uint32_t unused, uint8_t invert,
                                                          uint8_t selection_only);
 
-/* Washes a whole picture with a colour where the guide is light: with k the whole tone less the threshold, 0 at least,
- * w = (float)(k / 255.0), and here 1 - w is rounded to float too. The threshold lowers all weights alike, so that a
- * white guide does not show the colour alone: that is meant.
+/* wash - Washes a whole picture with a colour where the guide is light: with k the whole tone less the threshold, 0 at
+ * least, w = (float)(k / 255.0), and here 1 - w is rounded to float too. The threshold lowers all weights alike, so
+ * that a white guide does not show the colour alone: that is meant.
  *
  * destination     The picture to write, alpha included. In place: yes.
  * source          The picture to wash. Its alpha is copied, selected or not.
@@ -1201,15 +1220,15 @@ LUMIVEX_API int32_t LUMIVEX_CALL RE_CouleurMask(uint8_t* destination, const uint
                                                 uint8_t threshold, uint8_t red, uint8_t green, uint8_t blue,
                                                 uint8_t invert, uint8_t selection_only);
 
-/* RE_CouleurMask with a texture, a picture of the same size, in place of the colour. */
+/* texture_wash - RE_CouleurMask with a texture, a picture of the same size, in place of the colour. */
 LUMIVEX_API int32_t LUMIVEX_CALL RE_TextureMask(uint8_t* destination, const uint8_t* source, const uint8_t* texture,
                                                 const uint8_t* guide, const uint8_t* selection, int32_t width,
                                                 int32_t height, uint8_t threshold, uint8_t invert,
                                                 uint8_t selection_only);
 
-/* Splits a picture into grey pictures of its channels, to use as guides: blue, green and red of the layers become the
- * source's red, green, blue, and (red + green + blue) / 3 in integers; alpha 255. Border: the outermost pixels of the
- * layers are not written.
+/* layers - Splits a picture into grey pictures of its channels, to use as guides: blue, green and red of the layers
+ * become the source's red, green, blue, and (red + green + blue) / 3 in integers; alpha 255. Border: the outermost
+ * pixels of the layers are not written.
  *
  * source          The picture to read.
  * red, green, blue, grey  The pictures to write. */
@@ -1232,22 +1251,23 @@ LUMIVEX_API int32_t LUMIVEX_CALL RE_Layers(const uint8_t* source, uint8_t* red, 
  * return height.
  * ================================================================================================================== */
 
-/* Grows what is opaque: alpha 255 gives alpha 255. */
+/* opaque_grow - Grows what is opaque: alpha 255 gives alpha 255. */
 LUMIVEX_API int32_t LUMIVEX_CALL RE_Dilatation_Transparent(uint8_t* destination, const uint8_t* source, int32_t width,
                                                            int32_t height, int32_t x0, int32_t x1, int32_t y0,
                                                            int32_t y1);
 
-/* Shrinks what is opaque: alpha below 255 gives alpha 0. */
+/* opaque_shrink - Shrinks what is opaque: alpha below 255 gives alpha 0. */
 LUMIVEX_API int32_t LUMIVEX_CALL RE_Erosion_Transparent(uint8_t* destination, const uint8_t* source, int32_t width,
                                                         int32_t height, int32_t x0, int32_t x1, int32_t y0, int32_t y1);
 
-/* Grows what has a colour exactly: it gives that colour. */
+/* colour_grow - Grows what has a colour exactly: it gives that colour. */
 LUMIVEX_API int32_t LUMIVEX_CALL RE_Dilatation_Couleur(uint8_t* destination, const uint8_t* source, int32_t unused,
                                                        int32_t width, int32_t height, int32_t x0, int32_t x1,
                                                        int32_t y0, int32_t y1, uint8_t red, uint8_t green,
                                                        uint8_t blue);
 
-/* Shrinks what has a colour exactly: any other colour brings the unpainted picture back at the neighbours.
+/* colour_shrink - Shrinks what has a colour exactly: any other colour brings the unpainted picture back at the
+ * neighbours.
  *
  * unpainted       The picture before it was painted. */
 LUMIVEX_API int32_t LUMIVEX_CALL RE_Erosion_Couleur(uint8_t* destination, const uint8_t* source,
@@ -1255,16 +1275,16 @@ LUMIVEX_API int32_t LUMIVEX_CALL RE_Erosion_Couleur(uint8_t* destination, const 
                                                     int32_t x1, int32_t y0, int32_t y1, uint8_t red, uint8_t green,
                                                     uint8_t blue);
 
-/* Grows what shows a texture: where the source's colour is the texture's, the neighbours get the texture's colours at
- * their own places.
+/* texture_grow - Grows what shows a texture: where the source's colour is the texture's, the neighbours get the
+ * texture's colours at their own places.
  *
  * texture         The texture, a picture of the same size. */
 LUMIVEX_API int32_t LUMIVEX_CALL RE_Dilatation_Texture(uint8_t* destination, const uint8_t* source, int32_t unused,
                                                        const uint8_t* texture, int32_t width, int32_t height,
                                                        int32_t x0, int32_t x1, int32_t y0, int32_t y1);
 
-/* Shrinks what shows a texture: where the source's colour is not the texture's, the unpainted picture comes back at the
- * neighbours.
+/* texture_shrink - Shrinks what shows a texture: where the source's colour is not the texture's, the unpainted picture
+ * comes back at the neighbours.
  *
  * unpainted       The picture before it was painted.
  * texture         The texture, a picture of the same size. */
@@ -1298,15 +1318,15 @@ LUMIVEX_API int32_t LUMIVEX_CALL RE_Erosion_Texture(uint8_t* destination, const 
  * All return 1, but for BR_PeintureOld.
  * ================================================================================================================== */
 
-/* Paints a colour onto what is there: keep = (float)(profile[b] * opacity + (1 - opacity)), and alpha is raised. Dabs
- * add up. Alpha rises with every dab, and more where more of the old colour stays: that is meant. */
+/* paint - Paints a colour onto what is there: keep = (float)(profile[b] * opacity + (1 - opacity)), and alpha is
+ * raised. Dabs add up. Alpha rises with every dab, and more where more of the old colour stays: that is meant. */
 LUMIVEX_API int32_t LUMIVEX_CALL BR_Couleur(uint8_t* picture, const uint8_t* brush, const uint8_t* selection,
                                             const float* profile, float opacity, int32_t width, int32_t cx, int32_t cy,
                                             int32_t dx0, int32_t dy0, int32_t dx1, int32_t dy1, int32_t r, uint8_t red,
                                             uint8_t green, uint8_t blue, uint8_t selection_only);
 
-/* Paints a colour so that the strongest dab of a stroke wins, and dabs do not add up: as BR_Couleur, but with the least
- * b of the stroke so far, onto the picture as it was before the stroke; alpha becomes 255.
+/* paint_strongest - Paints a colour so that the strongest dab of a stroke wins, and dabs do not add up: as BR_Couleur,
+ * but with the least b of the stroke so far, onto the picture as it was before the stroke; alpha becomes 255.
  *
  * root            The picture when the stroke began.
  * least           A picture whose byte 0 keeps the least b at each place. The host sets it to 255 when a stroke begins.
@@ -1317,7 +1337,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL BR_CouleurRoot(uint8_t* picture, const uint8_t*
                                                 int32_t dy0, int32_t dx1, int32_t dy1, int32_t r, uint8_t red,
                                                 uint8_t green, uint8_t blue, uint8_t selection_only);
 
-/* Paints a colour as BR_Couleur, but where alpha is 0 onto a background; alpha becomes 255.
+/* paint_background - Paints a colour as BR_Couleur, but where alpha is 0 onto a background; alpha becomes 255.
  *
  * background      The picture that shows through what is transparent. */
 LUMIVEX_API int32_t LUMIVEX_CALL BR_CouleurFond(uint8_t* picture, const uint8_t* background, const uint8_t* brush,
@@ -1326,7 +1346,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL BR_CouleurFond(uint8_t* picture, const uint8_t*
                                                 int32_t dx1, int32_t dy1, int32_t r, uint8_t red, uint8_t green,
                                                 uint8_t blue, uint8_t selection_only);
 
-/* Paints a grain: the profile covers, keep = (float)(1 - profile[b] * opacity). Alpha is untouched.
+/* grain - Paints a grain: the profile covers, keep = (float)(1 - profile[b] * opacity). Alpha is untouched.
  *
  * touched         A picture whose byte 0 becomes 1 at every painted pixel. Its other bytes are left alone. */
 LUMIVEX_API int32_t LUMIVEX_CALL BR_Grain(uint8_t* picture, const uint8_t* brush, const uint8_t* selection,
@@ -1334,7 +1354,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL BR_Grain(uint8_t* picture, const uint8_t* brush
                                           int32_t cx, int32_t cy, int32_t dx0, int32_t dy0, int32_t dx1, int32_t dy1,
                                           int32_t r, uint8_t red, uint8_t green, uint8_t blue, uint8_t selection_only);
 
-/* Paints a grain as BR_Grain, but where alpha is 0 onto a background; alpha is raised everywhere.
+/* grain_background - Paints a grain as BR_Grain, but where alpha is 0 onto a background; alpha is raised everywhere.
  *
  * background      The picture that shows through what is transparent.
  * touched         As for BR_Grain. */
@@ -1344,9 +1364,9 @@ LUMIVEX_API int32_t LUMIVEX_CALL BR_GrainFond(uint8_t* picture, const uint8_t* b
                                               int32_t dy0, int32_t dx1, int32_t dy1, int32_t r, uint8_t red,
                                               uint8_t green, uint8_t blue, uint8_t selection_only);
 
-/* Paints with a knife: the profile covers, keep = (float)(1 - profile[b] * opacity / divisor), and colours are rounded
- * to the nearest, unlike with the other brushes: trunc(old * keep + 0.5 + colour * (1 - keep)). Where alpha is 0 the
- * colour is laid on as it is. Alpha is raised, by profile[b] * (float)(100 * opacity / divisor).
+/* knife - Paints with a knife: the profile covers, keep = (float)(1 - profile[b] * opacity / divisor), and colours are
+ * rounded to the nearest, unlike with the other brushes: trunc(old * keep + 0.5 + colour * (1 - keep)). Where alpha is
+ * 0 the colour is laid on as it is. Alpha is raised, by profile[b] * (float)(100 * opacity / divisor).
  *
  * touched         As for BR_Grain.
  * divisor         Thins the paint. Any number is taken. */
@@ -1356,7 +1376,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL BR_Couteau(uint8_t* picture, const uint8_t* bru
                                             int32_t dx1, int32_t dy1, int32_t r, uint8_t red, uint8_t green,
                                             uint8_t blue, uint8_t selection_only);
 
-/* Paints with a knife as BR_Couteau, but where alpha is 0 onto a background; alpha becomes 255.
+/* knife_background - Paints with a knife as BR_Couteau, but where alpha is 0 onto a background; alpha becomes 255.
  *
  * background      The picture that shows through what is transparent.
  * touched         As for BR_Grain.
@@ -1367,7 +1387,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL BR_CouteauFond(uint8_t* picture, const uint8_t*
                                                 int32_t dx0, int32_t dy0, int32_t dx1, int32_t dy1, int32_t r,
                                                 uint8_t red, uint8_t green, uint8_t blue, uint8_t selection_only);
 
-/* Erases: paints with another picture as BR_Couleur does with a colour, and copies its alpha.
+/* erase - Erases: paints with another picture as BR_Couleur does with a colour, and copies its alpha.
  *
  * restore         The picture to bring back.
  * unused_14, unused_15, unused_16  Ignored.
@@ -1378,8 +1398,9 @@ LUMIVEX_API int32_t LUMIVEX_CALL BR_Gomme(uint8_t* picture, const uint8_t* resto
                                           int32_t unused_14, int32_t unused_15, int32_t unused_16, int32_t r,
                                           uint8_t selection_only, uint8_t disable);
 
-/* Fades or restores alpha, and leaves colours alone. b counts without a profile, and in opposite senses: a dab fades
- * most where b is 0, and restores most where it is 255. Alpha becomes alpha * f, truncated and clamped to 0..255, with
+/* paint_fade - Fades or restores alpha, and leaves colours alone. b counts without a profile, and in opposite senses: a
+ * dab fades most where b is 0, and restores most where it is 255. Alpha becomes alpha * f, truncated and clamped to
+ * 0..255, with
  *     fading      f = (float)(b / 255.0 * (opacity * 0.1) + 0.9 + (1 - opacity) * 0.1)
  *     restoring   f = (float)(b / 255.0 * (opacity * 0.15) + 1)      where alpha is above 20, elsewhere alpha is 30.
  *
@@ -1390,8 +1411,8 @@ LUMIVEX_API int32_t LUMIVEX_CALL BR_Transparent(uint8_t* picture, const uint8_t*
                                                 int32_t dx0, int32_t dy0, int32_t dx1, int32_t dy1, int32_t r,
                                                 uint8_t selection_only, uint8_t restore);
 
-/* Paints a whole picture through a brush that is looked up by columns and rows: keep is profile[b], with b byte 0 of
- * the brush at (columns[x], rows[y]). Alpha is untouched.
+/* paint_pattern - Paints a whole picture through a brush that is looked up by columns and rows: keep is profile[b],
+ * with b byte 0 of the brush at (columns[x], rows[y]). Alpha is untouched.
  *
  * brush           A picture as wide as the picture, and as high as the entries of `rows` ask for.
  * columns         width entries: the column of the brush for each column of the picture.
@@ -1434,16 +1455,16 @@ LUMIVEX_API int32_t LUMIVEX_CALL BR_PeintureOld(uint8_t* picture, const uint8_t*
  * The host's own columns are trusted: 0 to last_column, but for what SC_SeamMapUpDate and SC_ExpandUpDate clamp.
  * ================================================================================================================== */
 
-/* Weighted grey in all three channels: (222 * red + 707 * green + 71 * blue) / 1000, in integers. IM_Gris without
- * selection and progress.
+/* seam_grey - Weighted grey in all three channels: (222 * red + 707 * green + 71 * blue) / 1000, in integers. IM_Gris
+ * without selection and progress.
  *
  * image           The picture, changed in place: a copy of the one to resize.
  *
  * Alpha is untouched. Returns height. */
 LUMIVEX_API int32_t LUMIVEX_CALL SC_Gris(uint8_t* image, int32_t width, int32_t height);
 
-/* The energy of each pixel, from the gradient of its 3 x 3 greys and what the host has painted on it: with gx the right
- * column of greys minus the left, and gy the lower row minus the upper,
+/* seam_energy - The energy of each pixel, from the gradient of its 3 x 3 greys and what the host has painted on it:
+ * with gx the right column of greys minus the left, and gy the lower row minus the upper,
  *     E = |gx| + |gy| + 3 * protect - 20 * remove
  *
  * energy          The energy map to write, with rows of width.
@@ -1455,7 +1476,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL SC_Gris(uint8_t* image, int32_t width, int32_t 
 LUMIVEX_API int32_t LUMIVEX_CALL SC_EnergyMap(int32_t* energy, const uint8_t* grey, const uint8_t* guide, int32_t width,
                                               int32_t height);
 
-/* The cumulative map of columns 0 to last_column, and the cheapest seam's end:
+/* seam_map - The cumulative map of columns 0 to last_column, and the cheapest seam's end:
  *     C(x, 0) = E(x, 0)
  *     C(x, y) = E(x, y) + min(C(x-1, y-1) + W * (|E(x, y-1) - E(x-1, y)| + a),
  *                             C(x, y-1) + W * a,
@@ -1473,7 +1494,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL SC_SeamMap(int32_t* map, const int32_t* energy,
                                             int32_t weight, int32_t stride, int32_t passed, int32_t last_column,
                                             int32_t last_row);
 
-/* Computes the part of the cumulative map again that the removal of a seam is taken to have changed.
+/* seam_map_update - Computes the part of the cumulative map again that the removal of a seam is taken to have changed.
  *
  * That is a band of columns lo..hi which starts as the seam's column in row 0. Row 0 stays. In each row after it
  *     lo = max(lo - step, 0)    hi = min(hi + 1, last_column)
@@ -1492,7 +1513,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL SC_SeamMapUpDate(int32_t* map, const int32_t* e
                                                   const uint32_t* start, int32_t weight, int32_t stride, int32_t passed,
                                                   int32_t last_column, int32_t last_row, int32_t step);
 
-/* The same after SC_ExpandBack: C(start, 0) is taken from the energy map first, and step is 1.
+/* seam_expand_update - The same after SC_ExpandBack: C(start, 0) is taken from the energy map first, and step is 1.
  *
  * start           Entry (0, number) of the seam table; clamped to 0..last_column.
  *
@@ -1501,8 +1522,8 @@ LUMIVEX_API int32_t LUMIVEX_CALL SC_ExpandUpDate(int32_t* map, const int32_t* en
                                                  int32_t weight, int32_t stride, int32_t passed, int32_t last_column,
                                                  int32_t last_row);
 
-/* Follows a seam up from its end and removes it: in each row the cells right of it, up to last_column, move one place
- * to the left in the image, the companion and both maps. Cell last_column keeps its old content.
+/* seam_remove - Follows a seam up from its end and removes it: in each row the cells right of it, up to last_column,
+ * move one place to the left in the image, the companion and both maps. Cell last_column keeps its old content.
  *
  * From (x, y) the seam goes to the least of C(x-1, y-1), C(x, y-1) and C(x+1, y-1), as far as they lie in
  * 0..last_column; of equal ones to x, then x+1, then x-1. (The forward choice would be x+1, x, x-1.)
@@ -1518,14 +1539,14 @@ LUMIVEX_API int32_t LUMIVEX_CALL SC_SeamMapBack(uint8_t* image, uint8_t* compani
                                                 uint32_t end, uint32_t* start, int32_t stride, int32_t passed,
                                                 int32_t last_column, int32_t last_row);
 
-/* The same, and in each row where something moved the pixel of the image right of the seam's place becomes pure red,
- * its alpha untouched. Returns passed. */
+/* seam_remove_show - The same, and in each row where something moved the pixel of the image right of the seam's place
+ * becomes pure red, its alpha untouched. Returns passed. */
 LUMIVEX_API int32_t LUMIVEX_CALL SC_SeamMapBackShow(uint8_t* image, uint8_t* companion, int32_t* map, uint8_t* energy,
                                                     uint32_t end, uint32_t* start, int32_t stride, int32_t passed,
                                                     int32_t last_column, int32_t last_row);
 
-/* Follows a seam up from its end as SC_SeamMapBack does, and records it: nothing moves. Each of its pixels gets 10
- * dearer, the one in the last row 1010, so that the next seam goes another way.
+/* seam_record - Follows a seam up from its end as SC_SeamMapBack does, and records it: nothing moves. Each of its
+ * pixels gets 10 dearer, the one in the last row 1010, so that the next seam goes another way.
  *
  * seams           The seam table: count columns for each row; entry (y, k) is number y * count + k.
  * count           Seams to insert in all.
@@ -1538,8 +1559,8 @@ LUMIVEX_API int32_t LUMIVEX_CALL SC_ExpandBack(uint32_t* seams, uint32_t count, 
                                                int32_t end, int32_t stride, intptr_t passed, int32_t last_column,
                                                int32_t last_row, uint32_t number);
 
-/* Inserts the recorded seams: each of their pixels is doubled, what lies right of it moves one place to the right, and
- * the left one of the two becomes the mean of its neighbours, truncated, for blue, green and red.
+/* seams_insert - Inserts the recorded seams: each of their pixels is doubled, what lies right of it moves one place to
+ * the right, and the left one of the two becomes the mean of its neighbours, truncated, for blue, green and red.
  *
  * seams           The seam table, full.
  * count           Its columns.
@@ -1555,7 +1576,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL SC_ExpandBack(uint32_t* seams, uint32_t count, 
 LUMIVEX_API int32_t LUMIVEX_CALL SC_PopulateData(const uint32_t* seams, int32_t count, int32_t* counters,
                                                  uint8_t* image, int32_t columns, int32_t height, int32_t row_length);
 
-/* The same with yellow in place of the means. Returns height. */
+/* seams_insert_show - The same with yellow in place of the means. Returns height. */
 LUMIVEX_API int32_t LUMIVEX_CALL SC_PopulateSeam(const uint32_t* seams, int32_t count, int32_t* counters,
                                                  uint8_t* image, int32_t columns, int32_t height, int32_t row_length);
 
@@ -1570,7 +1591,8 @@ LUMIVEX_API int32_t LUMIVEX_CALL SC_PopulateSeam(const uint32_t* seams, int32_t 
  * pixels          The picture, changed in place.
  * ================================================================================================================== */
 
-/* Inside is what is like a colour: blue, green and red each differ by less than the tolerance. Alpha becomes 255.
+/* threshold - Inside is what is like a colour: blue, green and red each differ by less than the tolerance. Alpha
+ * becomes 255.
  *
  * red, green, blue  The colour.
  * tolerance       0 makes nothing inside, 1 the very colour only.
@@ -1580,14 +1602,15 @@ LUMIVEX_API int32_t LUMIVEX_CALL SC_PopulateSeam(const uint32_t* seams, int32_t 
 LUMIVEX_API uint32_t LUMIVEX_CALL TRACE_Seuil(uint8_t* pixels, int32_t width, int32_t height, uint8_t red,
                                               uint8_t green, uint8_t blue, uint8_t tolerance, uint8_t invert);
 
-/* Inside is what has a blue of 255. Alpha becomes 255. Returns 1. */
+/* threshold_blue - Inside is what has a blue of 255. Alpha becomes 255. Returns 1. */
 LUMIVEX_API uint32_t LUMIVEX_CALL TRACE_SeuilBleu(uint8_t* pixels, int32_t width, int32_t height);
 
-/* Makes no two-level map, but prepares pictures that are traced by alpha: black pixels become (1, 1, 1) unless their
- * alpha is 0, so that black means empty. Alpha is untouched. Returns height, whatever it is. */
+/* black_plus_one - Makes no two-level map, but prepares pictures that are traced by alpha: black pixels become (1, 1,
+ * 1) unless their alpha is 0, so that black means empty. Alpha is untouched. Returns height, whatever it is. */
 LUMIVEX_API int32_t LUMIVEX_CALL TRACE_NoirPlusUn(uint8_t* pixels, int32_t width, int32_t height);
 
-/* Inside are edges: the gradient of the mean of the channels over 3 x 3 pixels (Sobel) is longer than the threshold.
+/* edges - Inside are edges: the gradient of the mean of the channels over 3 x 3 pixels (Sobel) is longer than the
+ * threshold.
  *
  * threshold       0..255; edges of full contrast have a length of up to about 1140.
  * invert          Not 0: exchanges inside and outside.
@@ -1620,24 +1643,25 @@ LUMIVEX_API uint32_t LUMIVEX_CALL TRACE_Contour(uint8_t* pixels, int32_t width, 
  * The functions return the number of records.
  * ================================================================================================================== */
 
-/* Foreground is where blue is not 0. The frame counts as whole unless one of its pixels is black.
+/* edge_graph_blue - Foreground is where blue is not 0. The frame counts as whole unless one of its pixels is black.
  *
  * Links turn onto a diagonal pixel only if it is background or exactly 255; on any other the three numbers of the link
  * stay unwritten. Two-level maps have no such pixels. */
 LUMIVEX_API int32_t LUMIVEX_CALL TRACE_DataBordure(const uint8_t* pixels, int32_t* records, int32_t* map, int32_t width,
                                                    int32_t height);
 
-/* The same for green, as two-level maps have it.
+/* edge_graph - The same for green, as two-level maps have it.
  *
  * framed          Receives 1 if the whole frame is foreground, else 0. */
 LUMIVEX_API int32_t LUMIVEX_CALL TRACE_GetData(const uint8_t* pixels, int32_t* records, int32_t* map, int32_t width,
                                                int32_t height, uint8_t* framed);
 
-/* The same for alpha. The frame is whole unless one of its pixels has alpha 0, and links turn onto any foreground. */
+/* edge_graph_alpha - The same for alpha. The frame is whole unless one of its pixels has alpha 0, and links turn onto
+ * any foreground. */
 LUMIVEX_API int32_t LUMIVEX_CALL TRACE_GetBordureTrans(const uint8_t* pixels, int32_t* records, int32_t* map,
                                                        int32_t width, int32_t height);
 
-/* Walks one outline from edge to edge and writes the midpoint of each:
+/* walk_outline - Walks one outline from edge to edge and writes the midpoint of each:
  *     x / scale_x + offset_x, y / scale_y + offset_y, rounded to float once,
  * with pixel centres at whole numbers, so that sides lie 0.5 from them.
  *
@@ -1669,24 +1693,25 @@ LUMIVEX_API int32_t LUMIVEX_CALL TRACE_Parcourir(int32_t* records, int32_t* map,
  * Returns last.
  * ================================================================================================================== */
 
-/* Weights 1 2 . 4 . 2 1 from three places before to three after, of 10; corners hold three places; two passes. */
+/* smooth_6 - Weights 1 2 . 4 . 2 1 from three places before to three after, of 10; corners hold three places; two
+ * passes. */
 LUMIVEX_API int32_t LUMIVEX_CALL TRACE_Adoucir(float* points, int32_t last);
 
-/* Weights 1 1 . 1 . 1 1, of 5; corners hold three places; two passes. */
+/* smooth_4 - Weights 1 1 . 1 . 1 1, of 5; corners hold three places; two passes. */
 LUMIVEX_API int32_t LUMIVEX_CALL TRACE_Adoucir2(float* points, int32_t last);
 
-/* Weights 1 1 1 . 1 . 1 1 1, of 7; corners hold four places; two passes. */
+/* smooth_6_even - Weights 1 1 1 . 1 . 1 1 1, of 7; corners hold four places; two passes. */
 LUMIVEX_API int32_t LUMIVEX_CALL TRACE_Adoucir3(float* points, int32_t last);
 
-/* The same in one pass that uses the new values of points before. */
+/* smooth_6_running - The same in one pass that uses the new values of points before. */
 LUMIVEX_API int32_t LUMIVEX_CALL TRACE_Adoucir4(float* points, int32_t last);
 
 /* =====================================================================================================================
  * trace: curves and paths
  * ================================================================================================================== */
 
-/* Replaces an open polyline by cubic Bezier segments. Each takes in one point after the other until a point is as far
- * from the curve as the error allows; that point still belongs to it.
+/* fit_curves - Replaces an open polyline by cubic Bezier segments. Each takes in one point after the other until a
+ * point is as far from the curve as the error allows; that point still belongs to it.
  *
  * With P[i] the points, mirrored beyond the ends, the tangent at i is 0.7 A + 0.3 B, A and B being P[i+1] - P[i-1] and
  * P[i+2] - P[i-2], each of length 1. Controls stand off the ends of a segment by chord * 0.5 * handle / 100 along the
@@ -1703,7 +1728,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL TRACE_Adoucir4(float* points, int32_t last);
 LUMIVEX_API uint32_t LUMIVEX_CALL BZ_Approximation(const float* points, int32_t count, float* segments,
                                                    uint32_t* segment_count, double handle, double error);
 
-/* Tabulates a polyline: x, y and the length of the path up to each point.
+/* path_lengths - Tabulates a polyline: x, y and the length of the path up to each point.
  *
  * points          last + 1 points, two floats each.
  * table           Three floats for each point. The first entry is written even if last is below 1.
@@ -1712,7 +1737,7 @@ LUMIVEX_API uint32_t LUMIVEX_CALL BZ_Approximation(const float* points, int32_t 
  * Returns 1. */
 LUMIVEX_API uint32_t LUMIVEX_CALL NL_PathLength(const float* points, float* table, int32_t last);
 
-/* Finds the point at a distance along a path.
+/* path_point - Finds the point at a distance along a path.
  *
  * result          Two floats. A distance beyond the path leaves them as they are; if they are (0, 0) then, found or
  *                 left, they become the last point.
@@ -1738,22 +1763,23 @@ LUMIVEX_API uint32_t LUMIVEX_CALL NL_GetPointPath(float* result, const float* ta
  * They take memory for two or three bits a pixel; without it nothing is done. The functions return 1.
  * ================================================================================================================== */
 
-/* Blue: 255 is foreground, 0 background. Deleted pixels become black. */
+/* thin_white - Blue: 255 is foreground, 0 background. Deleted pixels become black. */
 LUMIVEX_API uint32_t LUMIVEX_CALL MORPH_Thinning(uint8_t* pixels, int32_t width, int32_t height, uint32_t* progress);
 
-/* Green: 0 is foreground, 255 background. Deleted pixels become white. */
+/* thin_black - Green: 0 is foreground, 255 background. Deleted pixels become white. */
 LUMIVEX_API uint32_t LUMIVEX_CALL MORPH_ThinningInverse(uint8_t* pixels, int32_t width, int32_t height,
                                                         uint32_t* progress);
 
-/* Green: 255 is foreground, 0 background, as in two-level maps. Deleted pixels become black. */
+/* thin_yellow - Green: 255 is foreground, 0 background, as in two-level maps. Deleted pixels become black. */
 LUMIVEX_API uint32_t LUMIVEX_CALL MORPH_ThinningJaune(uint8_t* pixels, int32_t width, int32_t height,
                                                       uint32_t* progress);
 
-/* Green: 0 is foreground, 255 background. Deleted pixels become yellow. */
+/* thin_black_on_yellow - Green: 0 is foreground, 255 background. Deleted pixels become yellow. */
 LUMIVEX_API uint32_t LUMIVEX_CALL MORPH_ThinningInverseJaune(uint8_t* pixels, int32_t width, int32_t height,
                                                              uint32_t* progress);
 
-/* Two colours, told apart by the first of blue, green and red in which they differ. Equal colours change nothing.
+/* thin_colours - Two colours, told apart by the first of blue, green and red in which they differ. Equal colours change
+ * nothing.
  *
  * unused          Ignored.
  * gate            A picture of the same size of which only alpha counts: pixels of alpha 0 are never deleted. Not read

@@ -1,0 +1,87 @@
+"""Arrays as the library wants them: their types, shapes and places in memory."""
+import operator
+
+import numpy
+
+DTYPES = {"uint8_t": numpy.dtype(numpy.uint8), "int32_t": numpy.dtype(numpy.int32),
+          "uint32_t": numpy.dtype(numpy.uint32), "float": numpy.dtype(numpy.float32),
+          "double": numpy.dtype(numpy.float64)}
+
+
+def describe(shape):
+    return "(" + ", ".join(str(part) for part in shape) + ("," if len(shape) == 1 else "") + ")"
+
+
+def _wanted(parameter, sizes):
+    shape = [sizes.get(part, part) for part in parameter.shape]
+    return f"{DTYPES[parameter.type]} array of shape {describe(shape)}"
+
+
+def _got(value):
+    if isinstance(value, numpy.ndarray):
+        return f"{value.dtype} of shape {describe(value.shape)}"
+    return type(value).__name__
+
+
+def fit(where, parameter, value, sizes):
+    """Checks an array's type and shape, and learns the sizes that its shape tells. `where` is for the message."""
+    mismatch = f"{where}: expected a {_wanted(parameter, sizes)}, got {_got(value)}"
+    if not isinstance(value, numpy.ndarray) or value.dtype != DTYPES[parameter.type]:
+        raise TypeError(mismatch)
+    if value.ndim != len(parameter.shape):
+        raise ValueError(mismatch)
+    learnt = {}
+    for part, length in zip(parameter.shape, value.shape):
+        wanted = sizes.get(part, learnt.get(part, length if isinstance(part, str) else part))
+        if length != wanted:
+            raise ValueError(mismatch)
+        if isinstance(part, str):
+            learnt[part] = length
+    sizes.update(learnt)
+
+
+def readable(where, parameter, value, sizes):
+    """An array to read; a copy of it if its rows are not packed."""
+    # Tables are what the user has at hand: a list, or numbers of another type that fit.
+    if parameter.shape and parameter.shape[-1] != 4 and not isinstance(value, numpy.ndarray):
+        value = numpy.asarray(value, DTYPES[parameter.type])
+    fit(where, parameter, value, sizes)
+    return numpy.ascontiguousarray(value)
+
+
+def writable(where, parameter, value, sizes):
+    """An array that the library writes: it has to be the caller's own memory, so no copy will do."""
+    fit(where, parameter, value, sizes)
+    if not value.flags.c_contiguous:
+        raise ValueError(f"{where}: the array is written, so it must be contiguous")
+    if not value.flags.writeable:
+        raise ValueError(f"{where}: the array is read-only")
+    return value
+
+
+def make(parameter, sizes, fill):
+    shape = tuple(sizes.get(part, part) for part in parameter.shape)
+    if fill == 0:
+        return numpy.zeros(shape, DTYPES[parameter.type])
+    return numpy.full(shape, fill, DTYPES[parameter.type])
+
+
+def same_memory(one, other):
+    return one.ctypes.data == other.ctypes.data and one.nbytes == other.nbytes
+
+
+def number(where, parameter, value):
+    """A number that fits its C type: C itself would cut it off without a word."""
+    if parameter.type in ("float", "double"):
+        try:
+            return float(value)
+        except (TypeError, ValueError):
+            raise TypeError(f"{where}: expected a number, got {_got(value)}") from None
+    try:
+        whole = operator.index(value)
+    except TypeError:
+        raise TypeError(f"{where}: expected a whole number, got {_got(value)}") from None
+    low, high = (numpy.iinfo(DTYPES[parameter.type]).min, numpy.iinfo(DTYPES[parameter.type]).max)
+    if not low <= whole <= high:
+        raise ValueError(f"{where}: expected {low}..{high}, got {whole}")
+    return whole

@@ -40,11 +40,23 @@ def fit(where, parameter, value, sizes):
     sizes.update(learnt)
 
 
+def _from_list(where, parameter, value, sizes):
+    """Short tables are often lists. Their numbers have to fit, too."""
+    try:
+        given = numpy.array(value)
+        array = given.astype(DTYPES[parameter.type])
+        fits = array.dtype.kind == "f" or (array == given).all()
+    except (TypeError, ValueError):
+        fits = False
+    if not fits:
+        raise TypeError(f"{where}: expected a {_wanted(parameter, sizes)}, and the list is none")
+    return array
+
+
 def readable(where, parameter, value, sizes):
     """An array to read; a copy of it if its rows are not packed."""
-    # Tables are what the user has at hand: a list, or numbers of another type that fit.
-    if parameter.shape and parameter.shape[-1] != 4 and not isinstance(value, numpy.ndarray):
-        value = numpy.asarray(value, DTYPES[parameter.type])
+    if isinstance(value, (list, tuple)):
+        value = _from_list(where, parameter, value, sizes)
     fit(where, parameter, value, sizes)
     return numpy.ascontiguousarray(value)
 

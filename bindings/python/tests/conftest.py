@@ -3,6 +3,7 @@
 LUMIVEX_BUILD is the folder of the build; without it that of the release preset.
 """
 import os
+import shlex
 import subprocess
 import sys
 from pathlib import Path
@@ -32,10 +33,11 @@ def folder(tmp_path_factory):
 
 @pytest.fixture(scope="session")
 def scene(folder):
-    """A part of the program's drawn scene, with its transparency, as large as tests need."""
+    """A part of the program's drawn scene, as large as tests need, and transparent toward one side."""
     import lumivex
     subprocess.run([PROGRAM, "scene", "-o", folder / "whole.png"], check=True)
     picture = lumivex.pictures.read(folder / "whole.png")[200:420, 380:640].copy()
+    picture[:, :60, 3] = numpy.arange(60) * 4
     lumivex.pictures.write(folder / "scene.png", picture)
     return picture
 
@@ -56,7 +58,6 @@ def selection(folder, scene):
 @pytest.fixture(scope="session")
 def run(folder, scene, selection):
     """Runs the program on the scene; the words of the arguments may name other pictures of the folder."""
-    import shlex
     import lumivex
 
     def run(arguments, suffix="png"):

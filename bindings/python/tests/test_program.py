@@ -1,8 +1,11 @@
 """The same bytes as the command-line program, which calls the library in C++ with parameters of its own."""
+import subprocess
+
 import numpy
 import pytest
 
 import lumivex
+from conftest import PROGRAM
 from lumivex import tables, workflows
 
 POINTS = [(20, 150), (90, 40), (170, 180), (300, 60)]
@@ -51,11 +54,10 @@ OPERATIONS = {
     "paint-alpha --stroke selection.png --alpha 60 --from 10,20 --to 120,90":
         lambda p, s: lumivex.paint_alpha(masked(s), p, 60, x0=10, x1=120, y0=20, y1=90),
     "fade-radial --centre 130,110 --radius 90 --selection selection.png":
-        lambda p, s: lumivex.fade_radial(p, numpy.arange(256), 130, 110, 90, selection=s),
+        lambda p, s: lumivex.fade_radial(p, list(range(256)), 130, 110, 90, selection=s),
     "clone --stroke selection.png --offset 18,-6":
         lambda p, s: lumivex.clone(masked(s), p, p, 255, 18, -6),
     "edges --threshold 80": lambda p, s: framed_by_black(lumivex.edges(p, 80)),
-    "thin --lines white --thin 2": lambda p, s: lumivex.thin_white(lumivex.thin_white(p)),
     "layers --channel red": lambda p, s: lumivex.layers(p).red,
     "carve --width 200 --height 240 --protect selection.png":
         lambda p, s: lumivex.carve(p, 200, 240, protect=s[..., 3]),
@@ -98,8 +100,6 @@ def test_curves_as_the_program(arguments, options, drawing, run, scene):
 
 
 def test_points_along_an_outline_as_the_program(run, scene, folder):
-    import subprocess
-    from conftest import PROGRAM
     printed = subprocess.run([PROGRAM, "path", "scene.png", "--by", "white", "--step", "9", "-o", "path.png"],
                              cwd=folder, check=True, capture_output=True, text=True).stdout
     outline = max(lumivex.trace(scene, "white").outlines, key=len)

@@ -140,6 +140,17 @@ def signature(export):
     return inspect.Signature(parameters + extra)
 
 
+SIGNATURES = {export.english: signature(export) for export in EXPORTS}
+
+
+def bind(export, arguments, named):
+    """Arguments by their names."""
+    try:
+        return SIGNATURES[export.english].bind(*arguments, **named)
+    except TypeError as failure:
+        raise TypeError(f"{export.english}: {failure}") from None
+
+
 def documentation(export):
     parts = [export.manual, f"In C: {export.name}. What C takes besides the arguments here follows from them."]
     if len(export.results) > 1:
@@ -150,13 +161,8 @@ def documentation(export):
 
 
 def _make(export):
-    takes = signature(export)
-
     def function(*arguments, **named):
-        try:
-            bound = takes.bind(*arguments, **named)
-        except TypeError as failure:
-            raise TypeError(f"{export.english}: {failure}") from None
+        bound = bind(export, arguments, named)
         bound.apply_defaults()
         given = dict(bound.arguments)
         progress = given.pop("progress", None)
@@ -165,7 +171,7 @@ def _make(export):
     function.__name__ = function.__qualname__ = export.english
     function.__module__ = __package__
     function.__doc__ = documentation(export)
-    function.__signature__ = takes
+    function.__signature__ = SIGNATURES[export.english]
     return function
 
 

@@ -9,7 +9,7 @@ import dask
 import numpy
 
 from . import pictures
-from ._functions import FUNCTIONS
+from ._functions import FUNCTIONS, RESULTS, bind
 from ._library import EXPORTS
 
 _POINTWISE = ("invert grey black_and_white brightness contrast cut_out restore_outside lab_image curves lab_curves "
@@ -43,12 +43,17 @@ def _export(operation):
     return _BY_NAME[operation]
 
 
-def halo(operation, arguments):
-    """How far the tiles of an operation have to overlap. Raises ValueError where no overlap is enough."""
+def _tileable(operation):
     export = _export(operation)
     if export.english not in HALO:
         raise ValueError(f"{export.english} cannot be cut into tiles: what it does to a pixel depends on the whole "
                          "picture, or on the pixel's place in it")
+    return export
+
+
+def halo(operation, arguments):
+    """How far the tiles of an operation have to overlap. Raises ValueError where no overlap is enough."""
+    export = _tileable(operation)
     argument, why = _REFUSED.get(export.english, (None, None))
     if arguments.get(argument) is not None:
         raise ValueError(f"{export.english} with {argument} cannot be cut into tiles: it depends on {why}")
@@ -82,8 +87,8 @@ def tiled(operation, *arrays, tile=1024, **arguments):
     """
     if tile < 1:
         raise ValueError(f"tiled: tile: expected 1 or more, got {tile}")
-    export = _export(operation)
-    arguments = FUNCTIONS[export.english].__signature__.bind(*arrays, **arguments).arguments
+    export = _tileable(operation)
+    arguments = bind(export, arrays, arguments).arguments
     reach = halo(operation, arguments)
     for name in ("out", "progress", "stop"):
         if arguments.get(name) is not None:
@@ -111,7 +116,7 @@ def _together(export, height, width, places, done):
     for place, arrays in zip(places, done):
         for result, array in zip(results, arrays):
             result[place] = array
-    return results[0] if len(results) == 1 else results
+    return RESULTS[export.english](*results) if len(results) > 1 else results[0]
 
 
 def _one_file(operation, source, target, arguments):
@@ -136,5 +141,15 @@ def folder(operation, source, target, *, extensions=(".png", ".jpg", ".jpeg"), s
     if len(set(targets)) < len(targets):
         raise ValueError("folder: two pictures would be written under one name")
     os.makedirs(target, exist_ok=True)
-    return list(dask.compute(*[dask.delayed(_one_file, pure=False)(operation, os.path.join(source, name), to, arguments)
-                               for name, to in zip(names, targets)]))
+    written = dask.compute(*[dask.delayed(_one_file, pure=False)(operation, os.path.join(source, name), to, arguments)
+                             for name, to in zip(names, targets)])
+    _sweep(target, targets)
+    return list(written)
+
+
+def _sweep(target, written):
+    """Takes away what workers that died had begun to write."""
+    begun = tuple(f".{os.path.basename(path)}." for path in written)
+    for name in os.listdir(target):
+        if name.startswith(begun):
+            os.unlink(os.path.join(target, name))

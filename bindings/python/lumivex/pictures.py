@@ -38,7 +38,8 @@ def write(path, picture, **options):
     extension = os.path.splitext(path)[1].lower()
     if extension in (".jpg", ".jpeg"):
         image = image.convert("RGB")
-    handle, beside = tempfile.mkstemp(prefix=".", suffix=extension, dir=os.path.dirname(path) or ".")
+    folder, name = os.path.split(path)
+    handle, beside = tempfile.mkstemp(prefix=f".{name}.", suffix=extension, dir=folder or ".")
     os.close(handle)
     try:
         image.save(beside, **options)

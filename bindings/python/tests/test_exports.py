@@ -44,6 +44,8 @@ def arguments_of(export):
     required, _ = export.shown
     given = {p.name: made_up(p, seed) if p.pointer and p.role != "reference" else NUMBERS.get(p.name, 40)
              for seed, p in enumerate(required)}
+    if export.english == "clone":
+        given["opacity"] = 150
     if export.english == "walk_outline":
         graph = lumivex.edge_graph(lumivex.threshold(noise(HEIGHT, WIDTH), 90, 90, 90, 90))
         given.update(records=graph.records, map=graph.map, start=0)

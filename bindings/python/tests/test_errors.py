@@ -1,0 +1,106 @@
+"""What is wrong with arguments is said before the library is called: it would read or write beyond them."""
+import os
+import subprocess
+import sys
+import threading
+
+import numpy
+import pytest
+
+import lumivex
+from conftest import BUILD, noise
+
+P = noise(20, 30)
+BRUSH, PROFILE = numpy.zeros((8, 8, 4), numpy.uint8), numpy.ones(256, numpy.float32)
+SEAMS = numpy.zeros((20, 4), numpy.uint32)
+CELLS = numpy.zeros((20, 30), numpy.int32)
+RECORDS, MAP = numpy.zeros((5, 9), numpy.int32), numpy.full((20, 30, 4), -1, numpy.int32)
+FROZEN = P.copy()
+FROZEN.setflags(write=False)
+
+WRONG = [
+    (lambda: lumivex.box_blur(P.astype(float), 2), TypeError, r"box_blur: image: expected a uint8 array of shape "
+     r"\(height, width, 4\), got float64 of shape \(20, 30, 4\)"),
+    (lambda: lumivex.box_blur("photo.png", 2), TypeError, "box_blur: image: expected .* got str"),
+    (lambda: lumivex.box_blur(P), TypeError, "box_blur: missing a required argument: 'radius'"),
+    (lambda: lumivex.box_blur(P, 2, radious=3), TypeError, "box_blur: got an unexpected keyword argument 'radious'"),
+    (lambda: lumivex.invert(P[..., :3]), ValueError, r"invert: image: .* got uint8 of shape \(20, 30, 3\)"),
+    (lambda: lumivex.gaussian_5(P, selection=P[1:]), ValueError, r"selection: .*\(20, 30, 4\), got .*\(19, 30, 4\)"),
+    (lambda: lumivex.map_levels(P, numpy.zeros(255, numpy.uint8)), ValueError, r"table: .*\(256,\).*\(255,\)"),
+    (lambda: lumivex.map_levels(P, [300] * 256), TypeError, "map_levels: table: expected"),
+    (lambda: lumivex.gamma(P, row=1, tone_table=numpy.zeros((256, 101), numpy.float32)), ValueError, r"\(101, 256\)"),
+    (lambda: lumivex.brightness(P, 1.5), TypeError, "brightness: offset: expected a whole number, got float"),
+    (lambda: lumivex.set_alpha(P, 256), ValueError, r"set_alpha: alpha: expected 0..255, got 256"),
+    (lambda: lumivex.gaussian_5(P, out=P), ValueError, "gaussian_5: out and source share memory"),
+    (lambda: lumivex.brightness(P, 1, out=noise(40, 30)[::2]), ValueError, "out: the array is written.*contiguous"),
+    (lambda: lumivex.invert(P, out=FROZEN), ValueError, "out: the array is read-only"),
+    (lambda: lumivex.paint_alpha(P, P.copy(), 0, x0=0, x1=30), ValueError, "inclusive rectangle x 0..30, y 0..19"),
+    (lambda: lumivex.mask_grow(P, x0=0), ValueError, "half-open rectangle .* pixel to spare"),
+    (lambda: lumivex.paint(P, BRUSH, PROFILE, 1, 2, 9, 0, 0, 0, dx0=-4), ValueError, "dab reaches out of the picture"),
+    (lambda: lumivex.paint(P, BRUSH[:7, :7], PROFILE, 1, 2, 9, 0, 0, 0), ValueError, "brush: expected an even side"),
+    (lambda: lumivex.curves(P, red=[256] * 256), ValueError, r"curves: red: expected 0..255, got 256..256"),
+    (lambda: lumivex.brightness_contrast(P, weights=P), ValueError, "weights count under a selection only"),
+    (lambda: lumivex.seam_map(CELLS, last_column=30), ValueError, "last_column: expected 0..29, got 30"),
+    (lambda: lumivex.seam_record(SEAMS, CELLS, CELLS.copy(), 3, 4), ValueError, "number: expected 0..3, got 4"),
+    (lambda: lumivex.seams_insert(SEAMS[:, :0].copy(), P[:, :0]), ValueError, "no column of the picture is left"),
+    (lambda: lumivex.seams_insert(SEAMS + numpy.uint32(26), P), ValueError, "seams: expected 0..25"),
+    (lambda: lumivex.walk_outline(RECORDS, MAP, 5), ValueError, "start: expected 0..4, got 5"),
+    (lambda: lumivex.walk_outline(RECORDS, MAP, 0, points=numpy.zeros((3, 2), numpy.float32), most=4), ValueError,
+     "most: expected 0..3"),
+    (lambda: lumivex.edge_graph(P, records=numpy.zeros((9, 9), numpy.int32)), ValueError, "9 edges, where 2400"),
+    (lambda: lumivex.path_lengths(numpy.zeros((0, 2), numpy.float32)), ValueError, "at least one point"),
+    (lambda: lumivex.carve(P, 61), ValueError, "carve: width: expected 1..60, got 61"),
+    (lambda: lumivex.carve(P), ValueError, "nothing to do"),
+    (lambda: lumivex.carve(P, 20, protect=P), ValueError, "carve: protect: expected uint8 or bool"),
+    (lambda: lumivex.trace(P, "color"), ValueError, "trace: by: expected colour, edges"),
+    (lambda: lumivex.stroke(P, [(1, 1)], brush="pen"), ValueError, "stroke: brush: expected one of colour"),
+    (lambda: lumivex.raw.IM_Nothing, AttributeError, "no export IM_Nothing"),
+]
+
+
+@pytest.mark.parametrize("number", range(len(WRONG)), ids=lambda number: WRONG[number][2][:40])
+def test_wrong_arguments_are_told(number):
+    call, kind, words = WRONG[number]
+    with pytest.raises(kind, match=words):
+        call()
+
+
+def test_pictures_cut_from_others_are_read_as_they_are():
+    part = P[3:17, 5:20]
+    numpy.testing.assert_array_equal(lumivex.gaussian_5(part), lumivex.gaussian_5(part.copy()))
+
+
+def test_the_raw_functions_take_what_c_takes():
+    picture, counter = P.copy(), numpy.zeros(1, numpy.uint32)
+    assert lumivex.raw.IM_Gris(picture, None, 30, 20, 0, counter) == 20
+    numpy.testing.assert_array_equal(picture, lumivex.grey(P))
+    assert counter[0] == 95
+
+
+def test_progress_is_told_from_a_thread_and_stop_is_heard():
+    """Only while the library runs without the interpreter's lock can a callback come in between."""
+    calls = []
+    lumivex.lab_cube(progress=lambda value: calls.append((value, threading.current_thread())))
+    values = [value for value, _ in calls]
+    assert any(0 < value < 99 for value in values) and values == sorted(values) and values[-1] == 99
+    assert calls[0][1] is not threading.main_thread()
+
+    stopped = lumivex.edge_map(P, 0, 0, 0, 9, 9, 9, 90, stop=numpy.ones(1, numpy.uint8))
+    assert (stopped[2:] == P[2:]).all() and (stopped[1] != P[1]).any()
+
+    def fail(value):
+        raise RuntimeError("enough")
+
+    with pytest.raises(RuntimeError, match="enough"):
+        lumivex.grey(P, progress=fail)
+
+
+def test_a_library_that_is_not_there_is_named():
+    environment = {**os.environ, "LUMIVEX_LIBRARY": "/nowhere/liblumivex.so.1"}
+    done = subprocess.run([sys.executable, "-c", "import lumivex; lumivex.probe()"], cwd=BUILD / "python",
+                          env=environment, capture_output=True, text=True)
+    assert "LibraryNotFound" in done.stderr and "/nowhere/liblumivex.so.1" in done.stderr
+    environment["LUMIVEX_LIBRARY"] = str(BUILD / "src" / "liblumivex.so.1")
+    done = subprocess.run([sys.executable, "-c", "import lumivex; print(lumivex.probe())"], cwd=BUILD / "python",
+                          env=environment, capture_output=True, text=True)
+    assert done.stdout == "30\n", done.stderr

@@ -8,7 +8,6 @@ import re
 import shutil
 import subprocess
 import sys
-import types
 from pathlib import Path
 
 BINDING = Path(__file__).resolve().parents[1]
@@ -20,20 +19,14 @@ def version():
     return re.search(r'#define LUMIVEX_VERSION "([^"]+)"', HEADER.read_text(encoding="utf-8")).group(1)
 
 
+def _printed(*command):
+    return subprocess.run([sys.executable, "-B", *command], check=True, capture_output=True).stdout.decode("utf-8")
+
+
 def interface():
     """What the header says, as the package keeps it."""
-    derived = subprocess.run([sys.executable, ROOT / "cmake" / "derive.py", HEADER, "interface"], check=True,
-                             capture_output=True)
-    return json.dumps(json.loads(derived.stdout), separators=(",", ":"))
-
-
-def stub(folder):
-    """The type stub of the package in a folder. Its own code is not run: that would want numpy and the library."""
-    package = types.ModuleType("lumivex")
-    package.__path__ = [str(folder)]
-    sys.modules["lumivex"] = package
-    from lumivex import _stub
-    return _stub.text()
+    derived = json.loads(_printed(ROOT / "cmake" / "derive.py", HEADER, "interface"))
+    return json.dumps(derived, separators=(",", ":"))
 
 
 def stage(folder, library=None):
@@ -45,7 +38,7 @@ def stage(folder, library=None):
     (package / "py.typed").touch()
     (package / "interface.json").write_text(interface(), encoding="utf-8")
     (package / "_version.py").write_text(f'"""Derived from the header."""\nversion = "{version()}"\n', encoding="utf-8")
-    (package / "__init__.pyi").write_text(stub(package), encoding="utf-8")
+    (package / "__init__.pyi").write_text(_printed(BINDING / "packaging" / "stub.py", package), encoding="utf-8")
     if library:
         name = "lumivex.dll" if Path(library).suffix == ".dll" else "liblumivex.so.1"
         shutil.copyfile(Path(library).resolve(), package / name)

@@ -1,7 +1,11 @@
-"""The type stub of the package, from the header and the rules: what editors and type checkers read."""
-import textwrap
+#!/usr/bin/env python3
+"""The type stub of the package, from the header and the rules: what editors and type checkers read.
 
-from ._exports import read_exports
+    stub.py FOLDER    the stub of the package in FOLDER, printed
+"""
+import sys
+import textwrap
+import types
 
 _HEADER = '''"""Lumivex on numpy arrays. Derived from the header."""
 from typing import Callable, NamedTuple, Optional
@@ -66,8 +70,18 @@ def _function(export):
     return lines
 
 
-def text():
+def main():
+    # The package's own start would want numpy and the library, which a build has no need of.
+    package = types.ModuleType("lumivex")
+    package.__path__ = [sys.argv[1]]
+    sys.modules["lumivex"] = package
+    from lumivex._exports import read_exports
     lines = [_HEADER]
     for export in read_exports():
         lines += _function(export)
-    return "\n".join(lines)
+    sys.stdout.reconfigure(encoding="utf-8")
+    print("\n".join(lines))
+
+
+if __name__ == "__main__":
+    main()

@@ -6,6 +6,8 @@ import numpy
 DTYPES = {"uint8_t": numpy.dtype(numpy.uint8), "int32_t": numpy.dtype(numpy.int32),
           "uint32_t": numpy.dtype(numpy.uint32), "float": numpy.dtype(numpy.float32),
           "double": numpy.dtype(numpy.float64)}
+LIMITS = {name: (int(numpy.iinfo(dtype).min), int(numpy.iinfo(dtype).max))
+          for name, dtype in DTYPES.items() if dtype.kind in "iu"}
 
 
 def describe(shape):
@@ -23,18 +25,21 @@ def _got(value):
     return type(value).__name__
 
 
+def _mismatch(where, parameter, value, sizes):
+    return f"{where}: expected a {_wanted(parameter, sizes)}, got {_got(value)}"
+
+
 def fit(where, parameter, value, sizes):
     """Checks an array's type and shape, and learns the sizes that its shape tells. `where` is for the message."""
-    mismatch = f"{where}: expected a {_wanted(parameter, sizes)}, got {_got(value)}"
     if not isinstance(value, numpy.ndarray) or value.dtype != DTYPES[parameter.type]:
-        raise TypeError(mismatch)
+        raise TypeError(_mismatch(where, parameter, value, sizes))
     if value.ndim != len(parameter.shape):
-        raise ValueError(mismatch)
+        raise ValueError(_mismatch(where, parameter, value, sizes))
     learnt = {}
     for part, length in zip(parameter.shape, value.shape):
         wanted = sizes.get(part, learnt.get(part, length if isinstance(part, str) else part))
         if length != wanted:
-            raise ValueError(mismatch)
+            raise ValueError(_mismatch(where, parameter, value, sizes))
         if isinstance(part, str):
             learnt[part] = length
     sizes.update(learnt)
@@ -78,10 +83,6 @@ def make(parameter, sizes, fill):
     return numpy.full(shape, fill, DTYPES[parameter.type])
 
 
-def same_memory(one, other):
-    return one.ctypes.data == other.ctypes.data and one.nbytes == other.nbytes
-
-
 def number(where, parameter, value):
     """A number that fits its C type: C itself would cut it off without a word."""
     if parameter.type in ("float", "double"):
@@ -93,7 +94,7 @@ def number(where, parameter, value):
         whole = operator.index(value)
     except TypeError:
         raise TypeError(f"{where}: expected a whole number, got {_got(value)}") from None
-    low, high = (numpy.iinfo(DTYPES[parameter.type]).min, numpy.iinfo(DTYPES[parameter.type]).max)
+    low, high = LIMITS[parameter.type]
     if not low <= whole <= high:
         raise ValueError(f"{where}: expected {low}..{high}, got {whole}")
     return whole

@@ -122,14 +122,19 @@ def _may_share(export, written, other):
 
 
 def _check_apart(export, call):
-    arrays = [(p, call.arrays[p.name]) for p in export.parameters if call.arrays.get(p.name) is not None]
-    for written, memory in arrays:
+    places = []
+    for p in export.parameters:
+        array = call.arrays.get(p.name)
+        if array is not None:
+            address = array.ctypes.data
+            places.append((p, address, address + array.nbytes))
+    for written, start, end in places:
         if written.role == "input":
             continue
-        for other, read in arrays:
-            if other is written or not numpy.may_share_memory(memory, read):
+        for other, first, last in places:
+            if other is written or end <= first or last <= start:
                 continue
-            if _arrays.same_memory(memory, read) and _may_share(export, written, other):
+            if (start, end) == (first, last) and _may_share(export, written, other):
                 continue
             name = "out" if written is export.main else written.name
             raise ValueError(f"{export.english}: {name} and {other.name} share memory, which this function "

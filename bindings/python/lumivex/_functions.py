@@ -94,7 +94,7 @@ class _Call:
         if self.out is None:
             return _arrays.make(p, self.sizes, 0) if start is None else start.copy()
         out = _arrays.writable(self.where("out"), p, self.out, self.sizes)
-        if p.role == "changed" and not _arrays.same_memory(out, start):
+        if p.role == "changed" and out is not start:
             numpy.copyto(out, start)
         return out
 
@@ -151,8 +151,30 @@ def bind(export, arguments, named):
         raise TypeError(f"{export.english}: {failure}") from None
 
 
+_ABSENT = {"nothing": "there is none", "everything": "all is selected", "lab": "that of tables.lab_tables()",
+           "curve_family": "tables.curve_family()", "tone_table": "tables.tone_table()", "levels": "changes nothing",
+           "straight": "changes nothing", "gammas": "tables.gammas_by_position()", "stop": "never stops",
+           "equalising_table": "that of the source"}
+
+
+def _argument(p):
+    """A line of the documentation: what an argument has to be."""
+    if not p.pointer or p.role == "reference":
+        return f"    {p.name:<16}{'number' if p.type in ('float', 'double') else 'whole number'}"
+    kind = f"{_arrays.DTYPES[p.type]} array of shape {_arrays.describe(p.shape)}"
+    if p.role == "state":
+        kind += ", changed in place"
+    elif p.role == "made":
+        kind += "; made and returned unless it is given"
+    elif p.default:
+        kind += f"; without it: {_ABSENT[p.default]}"
+    return f"    {p.name:<16}{kind}"
+
+
 def documentation(export):
-    parts = [export.manual, f"In C: {export.name}. What C takes besides the arguments here follows from them."]
+    required, optional = export.shown
+    parts = [export.manual, f"In C this is {export.name}. What it takes there besides these follows from them:\n\n"
+             + "\n".join(_argument(p) for p in required + optional)]
     if len(export.results) > 1:
         parts.append("Gives " + ", ".join(export.results) + ".")
     if export.section:

@@ -154,7 +154,8 @@ def main():
         result = function(picture)
         milliseconds = (time.perf_counter() - start) * 1000
         body = inspect.getsource(function).partition('"""\n')[2]
-        parts.append(f"<h2>{function.__name__.replace('_', ' ').capitalize()}</h2><p>{html.escape(function.__doc__)}</p>"
+        title = function.__name__.replace("_", " ").capitalize()
+        parts.append(f"<h2>{title}</h2><p>{html.escape(function.__doc__)}</p>"
                      f"<pre>{html.escape(textwrap.dedent(body).strip())}</pre>"
                      f"{shown(result, options.output, function.__name__)}<small>{milliseconds:.0f} ms here</small>")
     (options.output / "index.html").write_text("\n".join(parts), encoding="utf-8")

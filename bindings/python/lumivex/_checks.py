@@ -1,7 +1,6 @@
 """What the library trusts its host with: places that lie in their arrays, rectangles in their picture, memory apart."""
 import numpy
 
-from . import _arrays
 from . import _rules as rules
 
 
@@ -78,7 +77,8 @@ def check(export, call):
     if export.dab:
         _check_dab(export, call)
     if call.given.get("weights") is not None and call.given.get("selection") is None:
-        raise ValueError(f"{call.where('weights')}: weights count under a selection only; an opaque picture selects all")
+        raise ValueError(f"{call.where('weights')}: weights count under a selection only; an opaque picture selects "
+                         "all")
     if export.english == "walk_outline" and call.sizes["height"] * call.sizes["width"] == 0:
         raise ValueError(f"{call.where('map')}: there are no pixels to walk round")
     _check_apart(export, call)

@@ -28,7 +28,7 @@ CURVES = (256, 256)
 
 # Pictures of width x height that are read.
 PICTURES = ("source image softened guide base highlight shadow reference texture unpainted background restore root "
-             "filtered clone key mask stroke grey equalised pixels").split()
+            "filtered clone key mask stroke grey equalised pixels").split()
 # Pictures that may be left out, and what stands in for them: no picture at all, or one that selects everything.
 OPTIONAL_PICTURES = {"selection": "nothing", "weights": "nothing", "test": "nothing", "gate": "nothing"}
 CHANGED = "image picture pixels mask".split()
@@ -189,10 +189,10 @@ FLAGS = {"selection_only": "selection", "use_selection": "selection", "use_test"
 
 # Defaults of numbers. None: the rectangle is the whole picture, a dab is clipped to it.
 DEFAULTS = {"invert": 0, "clipping_warning": 0, "disable": 0, "restore": 0, "other_side": 0, "protect_above": 0,
-             "grey": 0, "want_transparent": 0, "divisor": 1.0, "scale_x": 1.0, "scale_y": 1.0, "scale": 1.0, "bias": 0,
-             "step": 2, "weight": 1, "handle": 67.0, "error": 0.7, "lightness_shift": 0,
-             "a_shift": 0, "b_shift": 0, "last_column": None, "most": None,
-             "x0": None, "x1": None, "y0": None, "y1": None, "dx0": None, "dx1": None, "dy0": None, "dy1": None}
+            "grey": 0, "want_transparent": 0, "divisor": 1.0, "scale_x": 1.0, "scale_y": 1.0, "scale": 1.0, "bias": 0,
+            "step": 2, "weight": 1, "handle": 67.0, "error": 0.7, "lightness_shift": 0,
+            "a_shift": 0, "b_shift": 0, "last_column": None, "most": None,
+            "x0": None, "x1": None, "y0": None, "y1": None, "dx0": None, "dx1": None, "dy0": None, "dy1": None}
 DEFAULTS_HERE = {
     **{("black_and_white", name): 0.0 for name in ("red", "green", "blue")},
     ("black_and_white", "row"): 50.0,

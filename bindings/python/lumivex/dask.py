@@ -12,11 +12,12 @@ from . import pictures
 from ._functions import FUNCTIONS, RESULTS, bind
 from ._library import EXPORTS
 
-_POINTWISE = ("invert grey black_and_white brightness contrast cut_out restore_outside lab_image curves lab_curves "
-              "levels brightness_contrast map_levels gamma mix_equalised balance unsharp sharpen high_pass shift detail "
-              "mask_from_red mask_show mask_contrast mask_invert opaque invert_alpha fill take_colours take_alpha "
-              "fill_outside grey_from_alpha white_to_alpha set_alpha alpha_from_grey restore retouch_tone retouch_filter "
-              "retouch_colour retouch_tint wash texture_wash threshold threshold_blue black_plus_one")
+_POINTWISE = """
+    invert grey black_and_white brightness contrast cut_out restore_outside lab_image curves lab_curves levels
+    map_levels brightness_contrast gamma mix_equalised balance unsharp sharpen high_pass shift detail mask_from_red
+    mask_show mask_contrast mask_invert opaque invert_alpha fill take_colours take_alpha fill_outside grey_from_alpha
+    white_to_alpha set_alpha alpha_from_grey restore retouch_tone retouch_filter retouch_colour retouch_tint wash
+    texture_wash threshold threshold_blue black_plus_one"""
 # How many pixels round a pixel have a part in it, or at least: how far the operation keeps from the picture's rim.
 # Those that grow and shrink by giving to their neighbours also keep from the rim with what they give.
 HALO = {**dict.fromkeys(_POINTWISE.split(), 0),
@@ -27,8 +28,8 @@ HALO = {**dict.fromkeys(_POINTWISE.split(), 0),
                         "texture_grow texture_shrink".split(), 2),
         **dict.fromkeys("gaussian_7 soft_7".split(), 3),
         "gaussian_9": 4,
-        # Two rounds of a box that reaches as far, and the row and column that never enter an average.
-        "box_blur": lambda arguments: 2 * arguments["radius"]}
+        # Two rounds of a box that reaches radius - 1, and the last row and column, which never enter an average.
+        "box_blur": lambda arguments: 2 * arguments["radius"] - 1}
 # What makes an operation look at more than that.
 _REFUSED = {"brightness_contrast": ("weights", "its picked pixel"), "gamma": ("weights", "its picked pixel"),
             "lab_blur": ("selection", "the order of all pixels"),

@@ -42,7 +42,8 @@ def test_tiles_on_a_cluster(cluster):
 
 @pytest.mark.parametrize("operation, arguments, words", [
     ("equalising_table", {}, "whole picture"), ("fade_linear", {}, "place in it"), ("seam_map", {}, "cannot be cut"),
-    ("gamma", {"row": 60, "weights": noise(20, 30)}, "picked pixel"), ("lab_blur", {"selection": noise(20, 30)}, "order"),
+    ("gamma", {"row": 60, "weights": noise(20, 30)}, "picked pixel"),
+    ("lab_blur", {"selection": noise(20, 30)}, "order of all pixels"),
     ("restore", {"x0": 3}, "places would move"), ("bluur", {}, "no operation"),
     ("invert", {"out": noise(20, 30)}, "no meaning"), ("gaussian_5", {"selection": noise(20, 31)}, "expected 20 x 30")])
 def test_what_cannot_be_cut_is_refused(operation, arguments, words):

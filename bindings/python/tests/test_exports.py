@@ -37,7 +37,12 @@ def made_up(p, seed):
     random = numpy.random.default_rng(seed)
     if p.type in ("float", "double"):
         return (random.random(shape) * 20).astype(_arrays.DTYPES[p.type])
-    return random.integers(0, HIGHEST.get(p.name, 256), shape).astype(_arrays.DTYPES[p.type])
+    array = random.integers(0, HIGHEST.get(p.name, 256), shape).astype(_arrays.DTYPES[p.type])
+    if shape[2:] == (4,):
+        # Places of whole black and white, as in masks, and of the colour that the numbers name.
+        for level in (0, 40, 255):
+            array[random.random(shape[:2]) < 0.25] = level
+    return array
 
 
 def arguments_of(export):
@@ -101,7 +106,7 @@ def test_selections_in_place_and_progress(export):
     plain = function(**copied(given))
     # Under a selection these do something else: the manual says so.
     if "selection" in optional and export.english != "alpha_from_grey":
-        nobody, everybody = numpy.zeros((HEIGHT, WIDTH, 4), numpy.uint8), numpy.full((HEIGHT, WIDTH, 4), 255, numpy.uint8)
+        nobody, everybody = (numpy.full((HEIGHT, WIDTH, 4), level, numpy.uint8) for level in (0, 255))
         assert_same(function(**copied(given), selection=everybody), plain)
         picture = as_list(function(**copied(given), selection=nobody))[0]
         start = given[export.main.start if export.main.role == "written" else export.main.name]

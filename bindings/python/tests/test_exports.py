@@ -9,6 +9,8 @@ import pytest
 import lumivex
 from conftest import BUILD, noise
 from lumivex import _arrays
+from lumivex import _rules as rules
+from lumivex._exports import Export, NoRule
 from lumivex._functions import FUNCTIONS
 from lumivex._library import EXPORTS
 
@@ -83,17 +85,14 @@ def test_results_are_the_same_wherever_they_are_put(export):
 
     again, checks = copied(given), []
     for p in export.parameters:
-        start = given.get(p.start)
-        if p.role == "made" and p.shape[0] not in (256, 546):
-            shaped = start if start is not None else _arrays.make(p, SIZES, p.start or 0)
-            again[p.name], intact = guarded(shaped)
-            checks.append(intact)
-        elif p is export.main:
-            shaped = given.get(p.name) if p.role == "changed" else start
-            again["out"], intact = guarded(shaped if shaped is not None else _arrays.make(p, SIZES, 0))
-            checks.append(intact)
-        elif p.role == "state":
-            again[p.name], intact = guarded(given[p.name])
+        name = "out" if p is export.main else p.name
+        if name == "out" or (p.role == "made" and p.shape not in (rules.CUBE, rules.GRID)):
+            again[name] = given.get(p.start if p.role != "changed" else p.name)
+            if again[name] is None:
+                again[name] = _arrays.make(p, SIZES, p.start or 0)
+    for name, value in again.items():
+        if isinstance(value, numpy.ndarray):
+            again[name], intact = guarded(value)
             checks.append(intact)
     assert_same(function(**again), result)
     assert all(intact() for intact in checks)
@@ -122,6 +121,13 @@ def test_selections_in_place_and_progress(export):
         seen = []
         assert_same(function(**copied(given), progress=seen.append), plain)
         assert seen and seen == sorted(seen)
+
+
+def test_a_parameter_without_a_rule_is_not_guessed():
+    entry = {"name": "IM_New", "english": "new", "manual": "", "result": "int32_t",
+             "parameters": [{"name": "mystery", "type": "const float*"}]}
+    with pytest.raises(NoRule, match=r"new: no rule for float\* mystery"):
+        Export(entry, {"family": "core", "text": ""})
 
 
 def test_the_stub_tells_of_every_function_as_it_is():

@@ -21,8 +21,8 @@ from stage import BINDING, ROOT, stage, version  # noqa: E402
 # By platform tag: where the build of a library is, and what makes it.
 HERE = sysconfig.get_platform().replace("-", "_").replace(".", "_")
 LIBRARIES = {HERE: ("build/release/src/liblumivex.so.1", "./run test"),
-             "win_amd64": ("build/mingw64/src/lumivex.dll", "./run windows"),
-             "win32": ("build/mingw32/src/lumivex.dll", "./run windows")}
+             "win_amd64": ("build/windows64/bin/lumivex.dll", "./run windows"),
+             "win32": ("build/windows32/bin/lumivex.dll", "./run windows")}
 
 
 def _metadata():

@@ -13,28 +13,19 @@ from ._progress import Watch
 NOTHING_FOUND = 0xFFFFFFFF
 
 
-def _stand_in(export, parameter, given, sizes):
-    """What an array that was left out is taken to be."""
-    kind = parameter.default
-    if kind == "nothing":
-        return None
-    if kind == "everything":
-        return _arrays.make(parameter, sizes, 255)
-    if kind == "lab":
-        return tables.lab_table(parameter.name)
-    if kind == "curve_family":
-        return tables.curve_family()
-    if kind == "tone_table":
-        return tables.tone_table()
-    if kind == "straight":
-        return tables.straight_rows()
-    if kind == "gammas":
-        return tables.gammas_by_position()
-    if kind == "levels":
-        return numpy.array([0, 128, 255, 0, 255], numpy.int32)
-    if kind == "stop":
-        return numpy.zeros(1, numpy.uint8)
-    return FUNCTIONS["equalising_table"](given["source"])
+# What an array that was left out is taken to be: how the documentation says it, and the array.
+_STAND_INS = {
+    "nothing": ("there is none", lambda p, call: None),
+    "everything": ("all is selected", lambda p, call: _arrays.make(p, call.sizes, 255)),
+    "lab": ("that of tables.lab_tables()", lambda p, call: tables.lab_table(p.name)),
+    "curve_family": ("tables.curve_family()", lambda p, call: tables.curve_family()),
+    "tone_table": ("tables.tone_table()", lambda p, call: tables.tone_table()),
+    "straight": ("changes nothing", lambda p, call: tables.straight_rows()),
+    "levels": ("changes nothing", lambda p, call: numpy.array([0, 128, 255, 0, 255], numpy.int32)),
+    "gammas": ("tables.gammas_by_position()", lambda p, call: tables.gammas_by_position()),
+    "stop": ("never stops", lambda p, call: numpy.zeros(1, numpy.uint8)),
+    "equalising_table": ("that of the source", lambda p, call: FUNCTIONS["equalising_table"](call.arrays["source"])),
+}
 
 
 class _Call:
@@ -47,6 +38,7 @@ class _Call:
         self.sizes = {}
         self.arrays = {}
         self.numbers = {}
+        self.copied = None
         self._take_arrays()
         self._take_numbers()
         self._make_arrays()
@@ -67,7 +59,7 @@ class _Call:
         _checks.add_sizes(self.export, self)
         for p in self.export.parameters:
             if p.role == "input" and p.name not in self.arrays:
-                self.arrays[p.name] = _stand_in(self.export, p, self.given, self.sizes)
+                self.arrays[p.name] = _STAND_INS[p.default][1](p, self)
 
     def _take_numbers(self):
         for p in self.export.parameters:
@@ -89,16 +81,18 @@ class _Call:
                 self.arrays[p.name] = _arrays.make(p, self.sizes, p.start or 0) if start is None else start.copy()
 
     def _main(self, p, start):
-        """The picture that the library writes. A picture to change is copied to `out` first; a destination is not,
-        because what it holds counts where nothing is written."""
+        """The picture that the library writes. A picture to change is copied to `out`, once all arguments have been
+        found right. A destination is not, because what `out` holds counts where nothing is written."""
         if self.out is None:
             return _arrays.make(p, self.sizes, 0) if start is None else start.copy()
         out = _arrays.writable(self.where("out"), p, self.out, self.sizes)
         if p.role == "changed" and out is not start:
-            numpy.copyto(out, start)
+            self.copied = start
         return out
 
     def run(self, progress):
+        if self.copied is not None:
+            numpy.copyto(self.out, self.copied)
         references = {p.name: C_TYPES[p.type](self.numbers.get(p.name, p.start or 0))
                       for p in self.export.parameters if p.role in ("result", "reference")}
         with Watch(progress) as counter:
@@ -151,12 +145,6 @@ def bind(export, arguments, named):
         raise TypeError(f"{export.english}: {failure}") from None
 
 
-_ABSENT = {"nothing": "there is none", "everything": "all is selected", "lab": "that of tables.lab_tables()",
-           "curve_family": "tables.curve_family()", "tone_table": "tables.tone_table()", "levels": "changes nothing",
-           "straight": "changes nothing", "gammas": "tables.gammas_by_position()", "stop": "never stops",
-           "equalising_table": "that of the source"}
-
-
 def _argument(p):
     """A line of the documentation: what an argument has to be."""
     if not p.pointer or p.role == "reference":
@@ -167,14 +155,19 @@ def _argument(p):
     elif p.role == "made":
         kind += "; made and returned unless it is given"
     elif p.default:
-        kind += f"; without it: {_ABSENT[p.default]}"
+        kind += f"; without it: {_STAND_INS[p.default][0]}"
     return f"    {p.name:<16}{kind}"
 
 
 def documentation(export):
     required, optional = export.shown
+    lines = [_argument(p) for p in required + optional]
+    if export.main:
+        lines.append("    out             where the result goes; without it: a new array")
+    if export.has_progress:
+        lines.append("    progress        called with the library's counter while the call runs, from a thread")
     parts = [export.manual, f"In C this is {export.name}. What it takes there besides these follows from them:\n\n"
-             + "\n".join(_argument(p) for p in required + optional)]
+             + "\n".join(lines)]
     if len(export.results) > 1:
         parts.append("Gives " + ", ".join(export.results) + ".")
     if export.section:

@@ -18,6 +18,7 @@ PROGRAM = BUILD / "tools" / "lumivex"
 subprocess.run([sys.executable, BINDING / "packaging" / "stage.py", BUILD / "python",
                 BUILD / "src" / "liblumivex.so.1"], check=True)
 sys.path.insert(0, str(BUILD / "python"))
+os.environ.pop("LUMIVEX_LIBRARY", None)
 # Workers of a cluster are processes of their own.
 os.environ["PYTHONPATH"] = str(BUILD / "python")
 

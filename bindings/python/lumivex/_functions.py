@@ -168,8 +168,8 @@ def documentation(export):
         lines.append("    progress        called with the library's counter while the call runs, from a thread")
     parts = [export.manual, f"In C this is {export.name}. What it takes there besides these follows from them:\n\n"
              + "\n".join(lines)]
-    if len(export.results) > 1:
-        parts.append("Gives " + ", ".join(export.results) + ".")
+    gives = [{"returned": "what C returns"}.get(name, name) for name in export.results]
+    parts.append(f"Gives {', '.join(gives) or 'nothing'}.")
     if export.section:
         parts.append(f"Of all functions of this section:\n\n{export.section}")
     return "\n\n".join(parts)

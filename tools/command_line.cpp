@@ -2,11 +2,14 @@
 #include "command_line.h"
 
 #include "failure.h"
+#include "manual/described.h"
 
 namespace host
 {
 std::optional<std::string> parseArguments(CLI::App& app, const std::vector<std::string>& arguments)
 {
+    if (arguments.size() == 1 && arguments.front() == describing)
+        throw describe(app);
     app.get_formatter()->column_width(34);
     app.get_formatter()->label("REQUIRED", "(required)");
     try {

@@ -4,6 +4,7 @@
 #include "files/picture_file.h"
 #include "gallery/gallery.h"
 #include "lumivex.h"
+#include "manual/manual.h"
 #include "operation.h"
 #include "run_operation.h"
 #include "scene/scene.h"
@@ -12,6 +13,7 @@
 #include <cstdio>
 #include <exception>
 #include <new>
+#include <span>
 
 namespace host
 {
@@ -84,6 +86,12 @@ struct Command
 
 constexpr Command commands[] = {{"list", list}, {"gallery", gallery}, {"scene", scene}};
 
+std::string manual(const Arguments& arguments);
+std::string completion(const Arguments& arguments);
+
+// For those who package the program; no help speaks of them.
+constexpr Command hiddenCommands[] = {{"manual", manual}, {"completion", completion}};
+
 [[noreturn]] void failUnknown(const std::string& name)
 {
     Arguments others;
@@ -107,12 +115,56 @@ std::string run(Arguments arguments)
         return "lumivex " LUMIVEX_VERSION "\n";
 
     arguments.erase(arguments.begin());
-    for (const Command& command : commands)
-        if (first == command.name)
-            return command.run(arguments);
+    for (const auto& table : {std::span<const Command>(commands), std::span<const Command>(hiddenCommands)})
+        for (const Command& command : table)
+            if (first == command.name)
+                return command.run(arguments);
     if (const Operation* operation = findOperation(first))
         return runOperation(*operation, arguments);
     failUnknown(first);
+}
+
+DescribedCommand describeCommand(const std::string& name)
+{
+    try {
+        run({name, describing});
+    } catch (const DescribedCommand& described) {
+        return described;
+    }
+    throw Failure("the command '" + name + "' does not describe itself");
+}
+
+// The operations by family, and then the other commands.
+std::vector<DescribedFamily> describeAll()
+{
+    std::vector<DescribedFamily> described;
+    for (const Family& family : families()) {
+        described.push_back({family.title, {}});
+        for (const Operation& operation : family.operations)
+            described.back().commands.push_back(describeCommand(operation.name));
+    }
+    described.push_back({"Other commands", {}});
+    for (const Command& command : commands)
+        described.back().commands.push_back(describeCommand(command.name));
+    return described;
+}
+
+std::string manual(const Arguments& arguments)
+{
+    CLI::App app("Writes the manual page to standard output.", "lumivex manual");
+    if (const auto help = parseArguments(app, arguments))
+        return *help;
+    return manualPage(usage, describeAll());
+}
+
+std::string completion(const Arguments& arguments)
+{
+    CLI::App app("Writes the completion script of a shell to standard output.", "lumivex completion");
+    std::string shell;
+    app.add_option("SHELL", shell, "bash, zsh or fish")->type_name("")->required();
+    if (const auto help = parseArguments(app, arguments))
+        return *help;
+    return completionScript(shell, describeAll());
 }
 
 void print(const std::string& text)

@@ -1,0 +1,62 @@
+#!/usr/bin/env python3
+"""Installs the build, moves the copy elsewhere, and lets the consumer projects and the program use it there.
+
+    installed.py BUILD VERSION LIBDIR C_COMPILER CXX_COMPILER
+"""
+import os
+import shutil
+import subprocess
+import sys
+import tempfile
+from pathlib import Path
+
+HERE = Path(__file__).resolve().parent
+
+
+def run(*command, **variables):
+    done = subprocess.run([str(word) for word in command], env=os.environ | {k: str(v) for k, v in variables.items()},
+                          stdout=subprocess.PIPE, stderr=subprocess.STDOUT, text=True)
+    if done.returncode:
+        sys.exit(f"{' '.join(map(str, command))}\n{done.stdout}")
+    return done.stdout
+
+
+def build_with_cmake(prefix, folder, version, compilers):
+    configure = ["cmake", "-S", HERE / "cmake", "-B", folder, "-G", "Ninja", f"-DCMAKE_PREFIX_PATH={prefix}"]
+    run(*configure, f"-DWANTED_VERSION={version}", **compilers)
+    run("cmake", "--build", folder)
+    # A copy that is too old must not be taken.
+    major, rest = version.split(".", 1)
+    if subprocess.run([str(word) for word in configure] + [f"-DWANTED_VERSION={int(major) + 1}.{rest}"],
+                      capture_output=True).returncode == 0:
+        sys.exit("find_package takes a version that is too old")
+
+
+def build_with_pkg_config(prefix, folder, library_folder, compilers):
+    folder.mkdir()
+    paths = {"PKG_CONFIG_PATH": prefix / library_folder / "pkgconfig"}
+    run("sh", HERE / "pkg-config" / "build.sh", HERE, folder, **paths, **compilers)
+
+
+def main():
+    build, version, library_folder, c_compiler, cxx_compiler = sys.argv[1:]
+    compilers = {"CC": c_compiler, "CXX": cxx_compiler}
+    wanted = f"{version}: 255 155 0 7\n"
+    with tempfile.TemporaryDirectory(dir=build) as temporary:
+        run("cmake", "--install", build, "--prefix", Path(temporary) / "first")
+        prefix = Path(temporary) / "moved"
+        shutil.move(Path(temporary) / "first", prefix)
+        cmake, pkg_config = Path(temporary) / "cmake", Path(temporary) / "pkg-config"
+        build_with_cmake(prefix, cmake, version, compilers)
+        build_with_pkg_config(prefix, pkg_config, library_folder, compilers)
+        for program in [folder / name for folder in (cmake, pkg_config) for name in ("c_host", "cxx_host")]:
+            printed = run(program, LD_LIBRARY_PATH=prefix / library_folder)
+            if printed != wanted:
+                sys.exit(f"{program} prints {printed!r}, not {wanted!r}")
+        program = prefix / "bin" / "lumivex"
+        if program.exists() and run(program, "--version") != f"lumivex {version}\n":
+            sys.exit("the installed program is of another version")
+
+
+if __name__ == "__main__":
+    main()

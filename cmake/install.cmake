@@ -15,9 +15,10 @@ else()
   install(TARGETS lumivex LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR} COMPONENT runtime NAMELINK_COMPONENT development)
 endif()
 
-# Some headers are derived and stand in the build.
+# Headers that are derived stand in the build.
+file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/src/generated/include)
 foreach(headers ${PROJECT_SOURCE_DIR}/include ${PROJECT_BINARY_DIR}/src/generated/include)
-  install(DIRECTORY ${headers}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development OPTIONAL
+  install(DIRECTORY ${headers}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development
           FILES_MATCHING PATTERN "*.h" PATTERN "*.hpp")
 endforeach()
 

@@ -18,7 +18,7 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${PROJECT_BINARY_DIR}/src)
 set(same "(= ${PROJECT_VERSION}-${revision})")
 
-# NAME, then what `control` says of it. The first line of the description is the synopsis.
+# What `control` says of a component, and the documents that Debian wants in every package. The first line of the description is the synopsis.
 function(describe component name section depends description)
   string(TOUPPER ${component} id)
   set(CPACK_DEBIAN_${id}_PACKAGE_NAME ${name} PARENT_SCOPE)
@@ -54,8 +54,9 @@ The functions of the Lumivex library under their English names, with checked
 arguments, and whole jobs such as resizing by seams and tracing.")
 
 set(CPACK_DEBIAN_RUNTIME_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_GENERATE_SHLIBS ON)
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS ON)
+set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${debian}/triggers)
 set(CPACK_DEBIAN_TOOL_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_ARCHITECTURE all)
 set(CPACK_DEBIAN_PYTHON_PACKAGE_SUGGESTS "python3-pil, python3-dask, python3-distributed")

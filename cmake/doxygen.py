@@ -141,7 +141,7 @@ def header():
 def linked(name, text):
     """A page called after its file. What looks like a function becomes a link, so that one that is no longer there is noticed."""
     families = {export.name.partition("_")[0] for export in read_exports(HEADER)}
-    text = re.sub(r"\A# .*", rf"\g<0> {{#{name.replace('-', '_')}}}", text)
+    text = re.sub(r"\A# [^{\n]*(?=\n)", rf"\g<0> {{#{name.replace('-', '_')}}}", text)
     return re.sub(rf"`((?:{'|'.join(sorted(families))})_\w+)`", r"@ref \1", text)
 
 

@@ -40,6 +40,7 @@ def build_with_pkg_config(prefix, folder, library_folder, compilers):
 
 def main():
     build, version, library_folder, c_compiler, cxx_compiler = sys.argv[1:]
+    build = Path(build).resolve()
     compilers = {"CC": c_compiler, "CXX": cxx_compiler}
     wanted = f"{version}: 255 155 0 7\n"
     with tempfile.TemporaryDirectory(dir=build) as temporary:

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Doxygen's input filter: gives the readable comments of the header the form that Doxygen knows.
+"""Doxygen's input filter: gives the readable comments of the headers the form that Doxygen knows.
 
-    doxygen.py FILE    lumivex.h as groups and functions, a page with its functions as links, any other file as it is
+    doxygen.py FILE    lumivex.h as groups and functions, C++ with documentation for comments, a page with links
 """
 import re
 import sys
@@ -145,6 +145,26 @@ def linked(name, text):
     return re.sub(rf"`((?:{'|'.join(sorted(families))})_\w+)`", r"@ref \1", text)
 
 
+def cxx_header(name, text):
+    """Comments before declarations become documentation; those inside functions stay comments."""
+    first, _, rest = text.partition("\n")
+    lines, scopes, before = [f"/** @file {name} @brief {escaped(first.removeprefix('// '))} */"], [], ""
+    for line in rest.split("\n"):
+        code = line.strip()
+        if code.startswith("// ") and all(scopes):
+            line = line.replace(code, "/// " + escaped(code[3:]))
+        elif code == "{":
+            scopes.append(bool(re.match(r"(class|struct|enum|namespace)\b", before)))
+        elif code.endswith("{"):
+            scopes.append(False)
+        elif code.startswith("}") and scopes:
+            scopes.pop()
+        if code and not code.startswith("//"):
+            before = code
+        lines.append(line)
+    return "\n".join(lines)
+
+
 def main():
     path = Path(sys.argv[1])
     sys.stdout.reconfigure(encoding="utf-8")
@@ -152,6 +172,8 @@ def main():
         print(header())
     elif path.suffix == ".md":
         print(linked(path.stem, path.read_text(encoding="utf-8")))
+    elif path.suffix == ".hpp":
+        print(cxx_header(path.name, path.read_text(encoding="utf-8")), end="")
     else:
         print(path.read_text(encoding="utf-8"), end="")
 

@@ -3,7 +3,7 @@
 #include "failure.h"
 #include "files/picture_file.h"
 #include "gallery/gallery.h"
-#include "lumivex.h"
+#include "lumivex.hpp"
 #include "operation.h"
 #include "run_operation.h"
 #include "scene/scene.h"

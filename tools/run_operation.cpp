@@ -4,7 +4,7 @@
 #include "command_line.h"
 #include "failure.h"
 #include "files/picture_file.h"
-#include "lumivex.h"
+#include "lumivex.hpp"
 
 #include <filesystem>
 #include <optional>
@@ -73,8 +73,8 @@ Picture readSameSize(const std::string& path, Picture (*read)(const std::filesys
 {
     Picture picture = read(path);
     if (!picture.sameSize(input))
-        throw Failure("the sizes differ: " + inQuotes(path) + " is " + picture.size() + ", " + inQuotes(inputPath) +
-                      " is " + input.size());
+        throw Failure("the sizes differ: " + inQuotes(path) + " is " + sizeOf(picture) + ", " + inQuotes(inputPath) +
+                      " is " + sizeOf(input));
     return picture;
 }
 
@@ -132,7 +132,7 @@ std::string runOperation(const Operation& operation, const std::vector<std::stri
         progress.begin(operation.name);
         operation.run(job);
         if (job.selectionPicture && operation.selecting == Selecting::byHost)
-            IM_ClipImage(job.out(), job.in(), job.selection(), job.width(), job.height());
+            lumivex::restore_outside(job.output, job.input, *job.selectionPicture);
         report = std::move(job.report);
         result = std::move(job.output);
         drawing = std::move(job.drawing);

@@ -37,8 +37,8 @@ public:
     const Shape& size(const char* name, const View<T, perCell>& view, int64_t width, int64_t height) const
     {
         if (view.width != width || view.height != height)
-            fail(std::string(name) + " is " + view.sizeText() + ", and has to be " +
-                 std::to_string(width) + " x " + std::to_string(height) + " beside " + first());
+            fail(std::string(name) + " is " + view.sizeText() + ", and has to be " + std::to_string(width) + " x " +
+                 std::to_string(height) + " beside " + first());
         return *this;
     }
 
@@ -54,9 +54,9 @@ public:
     {
         const int32_t radius = brush.width / 2;
         size("brush", brush, int64_t{2} * radius, int64_t{2} * radius);
-        return inside(int64_t{dab.x} + std::max(dab.left, 1 - radius), int64_t{dab.x} + std::min(dab.right, radius - 1) + 1,
-                      int64_t{dab.y} + std::max(dab.top, 1 - radius), int64_t{dab.y} + std::min(dab.bottom, radius - 1) + 1,
-                      0);
+        return inside(
+            int64_t{dab.x} + std::max(dab.left, 1 - radius), int64_t{dab.x} + std::min(dab.right, radius - 1) + 1,
+            int64_t{dab.y} + std::max(dab.top, 1 - radius), int64_t{dab.y} + std::min(dab.bottom, radius - 1) + 1, 0);
     }
 
     // A place is one of the first `end`.
@@ -77,8 +77,8 @@ public:
 private:
     const Shape& inside(int64_t left, int64_t endX, int64_t top, int64_t endY, int32_t margin) const
     {
-        const bool within = left >= margin && top >= margin && endX <= int64_t{width_} - margin &&
-                            endY <= int64_t{height_} - margin;
+        const bool within =
+            left >= margin && top >= margin && endX <= int64_t{width_} - margin && endY <= int64_t{height_} - margin;
         if (left < endX && top < endY && !within)
             fail("columns " + std::to_string(left) + " to " + std::to_string(endX - 1) + ", rows " +
                  std::to_string(top) + " to " + std::to_string(endY - 1) + " are not within " + first() +

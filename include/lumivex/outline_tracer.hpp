@@ -124,8 +124,7 @@ namespace inner
 inline Outline closed(const Outline& outline)
 {
     Outline line = outline;
-    if (!line.empty())
-        line.push_back(outline.front());
+    line.push_back(outline.front());
     return line;
 }
 } // namespace inner
@@ -133,8 +132,10 @@ inline Outline closed(const Outline& outline)
 // Curves round the whole outline.
 inline std::vector<CurveSegment> curvesRound(const Outline& outline, double handle, double error)
 {
+    if (outline.empty())
+        return {};
     const Outline line = inner::closed(outline);
-    std::vector<CurveSegment> segments(line.size());
+    std::vector<CurveSegment> segments(outline.size());
     uint32_t count = 0;
     fit_curves(line, segments, count, handle, error);
     segments.resize(count);

@@ -60,8 +60,8 @@ private:
 };
 
 // The dabs along a line of points that touch a picture, `spacing` pixels from one to the next.
-inline std::vector<Dab> dabsAlong(const std::vector<StrokePoint>& points, double spacing, int32_t radius,
-                                  int32_t width, int32_t height)
+inline std::vector<Dab> dabsAlong(const std::vector<StrokePoint>& points, double spacing, int32_t radius, int32_t width,
+                                  int32_t height)
 {
     // Beyond it no dab can reach a picture; the walk has an end wherever the points are.
     static constexpr double farthest = 1e6;
@@ -119,8 +119,8 @@ class Stroke
 public:
     // `other` is what shows through transparent places, or what the eraser brings back; brushes that want neither take
     // none. The selection selects by an alpha of 255.
-    Stroke(Brush brush, const BrushTip& tip, const Paint& paint, PictureView picture,
-           const OptionalPicture& other = {}, const Selection& selection = {})
+    Stroke(Brush brush, const BrushTip& tip, const Paint& paint, PictureView picture, const OptionalPicture& other = {},
+           const Selection& selection = {})
         : brush_(brush), tip_(tip), paint_(paint), picture_(picture), other_(other.view()), selection_(selection)
     {
         const bool wantsOther = brush == Brush::background || brush == Brush::grainBackground ||
@@ -148,9 +148,7 @@ public:
         case Brush::colourRoot:
             paint_strongest(picture_, root_, plane_, tip, left, opacity, dab, colour, selection_);
             break;
-        case Brush::background:
-            paint_background(picture_, other_, tip, left, opacity, dab, colour, selection_);
-            break;
+        case Brush::background: paint_background(picture_, other_, tip, left, opacity, dab, colour, selection_); break;
         case Brush::grain: lumivex::grain(picture_, tip, plane_, covered, opacity, dab, colour, selection_); break;
         case Brush::grainBackground:
             grain_background(picture_, other_, tip, plane_, covered, opacity, dab, colour, selection_);

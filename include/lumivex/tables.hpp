@@ -51,8 +51,11 @@ public:
     T* data() { return entries_.get(); }
     const T* data() const { return entries_.get(); }
     constexpr size_t size() const { return length; }
+    T* begin() { return data(); }
+    T* end() { return data() + length; }
     const T* begin() const { return data(); }
     const T* end() const { return data() + length; }
+    T& operator[](size_t index) { return entries_[index]; }
     const T& operator[](size_t index) const { return entries_[index]; }
 
 private:

@@ -24,7 +24,8 @@ public:
 // A container whose elements stand in a row in memory and can be seen as T.
 template <class Range, class T>
 concept RowOf = std::ranges::contiguous_range<Range> && std::ranges::sized_range<Range> &&
-                std::convertible_to<std::remove_reference_t<std::ranges::range_reference_t<Range>> (*)[], T (*)[]>;
+                std::convertible_to < std::remove_reference_t<std::ranges::range_reference_t<Range>>(*)
+[], T (*)[] > ;
 
 // Packed rows of cells of `perCell` numbers that somebody else owns.
 template <class T, size_t perCell>
@@ -52,8 +53,8 @@ struct View
 
     // What may be written may be read.
     template <class Other>
-        requires std::same_as<const Other, T>
-    View(const View<Other, perCell>& other) : data(other.data), width(other.width), height(other.height)
+    requires std::same_as<const Other, T> View(const View<Other, perCell>& other)
+        : data(other.data), width(other.width), height(other.height)
     {
     }
 

@@ -4,7 +4,7 @@
 #include "failure.h"
 #include "files/codecs.h"
 #include "files/output_file.h"
-#include "lumivex.h"
+#include "lumivex.hpp"
 
 #include <algorithm>
 #include <cctype>
@@ -103,8 +103,7 @@ Picture readMask(const std::filesystem::path& path)
     if (opaque != 255)
         return mask;
 
-    uint32_t progress = 0;
-    IM_Gris(mask.data(), nullptr, mask.width, mask.height, 0, &progress);
+    lumivex::grey(mask);
     for (size_t i = 0; i < mask.bytes.size(); i += 4)
         mask.bytes[i + 3] = mask.bytes[i];
     return mask;

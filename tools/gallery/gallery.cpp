@@ -83,7 +83,7 @@ std::string makeGallery(const std::filesystem::path& picture, const std::filesys
 {
     const Picture scene = picture.empty() ? drawScene() : readPicture(picture);
     if (scene.width < smallestSide || scene.height < smallestSide)
-        throw Failure("the gallery needs a picture of at least 64 x 64, " + inQuotes(picture) + " is " + scene.size());
+        throw Failure("the gallery needs a picture of at least 64 x 64, " + inQuotes(picture) + " is " + sizeOf(scene));
     // From here on all names are relative to the folder, as in the commands that the page shows.
     enterFolder(folder);
     writePicture("scene.png", scene);

@@ -35,10 +35,11 @@ VIEWS = {"lab_image.lab": "LabView", "erode_lab.lightness": "LabView", "map": "M
          "counters": "MapView", "seams": "SeamTableView", "flags": "FlagsView", "records": "RecordsView",
          "edge_graph.map": "IndexView", "edge_graph_blue.map": "IndexView", "edge_graph_alpha.map": "IndexView",
          "walk_outline.map": "IndexView"}
-# In some exports the energies are bytes or unsigned.
-REINTERPRETED = {"energy"}
 SPANS = {"points": "Point", "segments": "CurveSegment", "path_lengths.table": "PathPoint",
          "path_point.table": "PathPoint", "offset_table.table": "uint32_t", "columns": "uint32_t", "rows": "uint32_t"}
+PICTURES = set("background base brush clone companion destination equalised filtered gate grey guide highlight image "
+               "key least mask picture pixels reference restore root scratch selection shadow softened source stroke test "
+               "texture touched unpainted weights layers.red layers.green layers.blue".split())
 OUT = {"largest", "framed", "end", "start", "segment_count"}
 
 # Pictures that may be left out, with the flag that says so.
@@ -71,19 +72,20 @@ WRITES_AROUND = set("mask_grow mask_shrink red_mask_grow opaque_grow opaque_shri
                     "texture_grow texture_shrink".split())
 
 # Further things to make sure of, of a Shape or on their own.
-SEAM = '.below("last_column", last_column, {first}.width)'
-FOLLOW = SEAM + '.below("end", static_cast<uint32_t>(end), {first}.width)'
-INSERT = ('.size("seams", seams, seams.width, counters.height)'
-          '.size("image", image, int64_t{{counters.width}} + seams.width, counters.height)')
+SEAM = ['.below("last_column", last_column, {first}.width)']
+FOLLOW = SEAM + ['.below("end", static_cast<uint32_t>(end), {first}.width)']
+INSERT = ['.size("seams", seams, seams.width, counters.height)',
+          '.size("image", image, int64_t{{counters.width}} + seams.width, counters.height)']
 SHAPES = {
-    "mask_cut": '.below("a row of the mask", inner::lastRow(vertical_scale, image.height), mask.height)',
-    "paint_pattern": '.size("brush", brush, picture.width, brush.height)'
-                     '.below("a column", columns, picture.width).below("a row", rows, brush.height)'
-                     '.below("the number of columns less 1", picture.width - 1, inner::size32(columns))'
-                     '.below("the number of rows less 1", picture.height - 1, inner::size32(rows))',
+    "mask_cut": ['.below("a row of the mask", inner::lastRow(vertical_scale, image.height), mask.height)'],
+    "paint_pattern": ['.size("brush", brush, picture.width, brush.height)',
+                      '.below("a column", columns, picture.width)', '.below("a row", rows, brush.height)',
+                      '.below("the last column", picture.width - 1, inner::size32(columns))',
+                      '.below("the last row", picture.height - 1, inner::size32(rows))'],
     "seam_map": SEAM, "seam_map_update": SEAM, "seam_expand_update": SEAM, "seam_remove": FOLLOW,
     "seam_remove_show": FOLLOW,
-    "seam_record": FOLLOW + '.size("seams", seams, seams.width, map.height).below("number", number, seams.width)',
+    "seam_record": FOLLOW + ['.size("seams", seams, seams.width, map.height)',
+                             '.below("number", number, seams.width)'],
     "seams_insert": INSERT, "seams_insert_show": INSERT,
 }
 LENGTHS = {
@@ -116,7 +118,7 @@ class Call:
         rest = export.split_parameters
         while rest:
             rest = rest[self.take_group(rest) or self.take_one(*rest[0]):]
-        self.check()
+        self.shape = [f'.same("{view}", {view})' for view in self.views[1:]] + self.shape + SHAPES.get(self.name, [])
 
     def told(self, rules, name):
         return rules.get(f"{self.name}.{name}", rules.get(name))
@@ -147,7 +149,8 @@ class Call:
 
     def groups(self):
         kinds = [kind for kind, names in RECTANGLES.items() if self.name in names.split()]
-        return GROUPS + [("x0 x1 y0 y1", "int32_t", f"const {kind}&", "area", "left right top bottom") for kind in kinds]
+        return GROUPS + [("x0 x1 y0 y1", "int32_t", f"const {kind}&", "area", "left right top bottom")
+                         for kind in kinds]
 
     def take_one(self, kind, name):
         pointed = re.fullmatch(r"(const )?(\w+)\*", kind)
@@ -178,17 +181,16 @@ class Call:
         view = self.told(VIEWS, name)
         table = self.told(TABLES[kind], name)
         span = self.told(SPANS, name)
-        if name == "start" and const:
-            self.add(kind, name, "&" + name)
-        elif name in OUT:
-            self.add(f"{kind}&", name, "&" + name)
+        if name in OUT:
+            self.add(kind if const else f"{kind}&", name, "&" + name)
         elif self.name == "path_point" and name == "result":
             self.add("Point&", name, "&result.x")
-        elif view and (kind in ("int32_t", "float") or name not in REINTERPRETED):
-            self.take_view(f"Const{view}" if const else view, name)
         elif view:
-            self.take_view(view, name, f"reinterpret_cast<{kind}*>({name}.data)")
-        elif span and not (table and kind != "float"):
+            # The energies that some exports change are bytes or unsigned there.
+            other = name == "energy" and kind != "int32_t"
+            self.take_view(f"Const{view}" if const else view, name,
+                           f"reinterpret_cast<{kind}*>({name}.data)" if other else None)
+        elif span:
             fits = f"inner::floats({name})" if kind == "float" else f"{name}.data()"
             self.add(f"std::span<{const}{span}>", name, fits)
         elif table:
@@ -197,7 +199,7 @@ class Call:
             self.add("const OptionalPicture&" if name != "selection" else "const Selection&", name, f"{name}.data()",
                      default="{}")
             self.shape.append(f'.same("{name}", {name})')
-        elif kind == "uint8_t":
+        elif kind == "uint8_t" and self.among(PICTURES, name):
             self.take_view("ConstPictureView" if const else "PictureView", name)
         else:
             raise SystemExit(f"calls.py: what is {const}{kind}* {name} of {self.name}?")
@@ -209,11 +211,6 @@ class Call:
 
     def has(self, *flags):
         return any(name in flags for _, name in self.export.split_parameters)
-
-    def check(self):
-        self.shape = [f'.same("{view}", {view})' for view in self.views[1:]] + self.shape
-        if self.name in SHAPES:
-            self.shape.append(SHAPES[self.name])
 
     def lines(self):
         first = self.views[0] if self.views else ""

@@ -116,7 +116,7 @@ void edgeMap(Job& job)
     lumivex::edge_map(job.output, job.input, flat, edge, job.byte("threshold"), job.flag("invert"), job.selection(),
                       job.counter(), interruption.stop());
     if (interruption.happened())
-        throw Failure("stopped; nothing is written");
+        throw Stopped("stopped; nothing is written");
 }
 
 Operation cross(const char* name, const char* summary, WindowExport function)

@@ -59,7 +59,7 @@ Shown runExample(const Operation& operation, const Example& example, const Pictu
     if (!example.arguments.empty())
         arguments.append(" ").append(withSizes(example.arguments, scene));
     shown.command = "lumivex " + operation.name + " " + arguments;
-    shown.report = runOperation(operation, words(arguments + (quiet ? " --quiet" : "")));
+    shown.report = runOperation(operation, words(arguments + (quiet ? " --quiet" : ""))).text;
     if (operation.histogram) {
         shown.inputHistogram = writeHistogram(shown.input);
         shown.outputHistogram = writeHistogram(shown.output);

@@ -86,6 +86,7 @@ SHAPES = {
     "seam_remove_show": FOLLOW,
     "seam_record": FOLLOW + ['.size("seams", seams, seams.width, map.height)',
                              '.below("number", number, seams.width)'],
+    "walk_outline": ['.below("start", start, int64_t{{records.width}} * records.height * 4)'],
     "seams_insert": INSERT, "seams_insert_show": INSERT,
 }
 LENGTHS = {

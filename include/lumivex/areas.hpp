@@ -22,7 +22,7 @@ struct Rectangle
     // Not from a mere list of numbers, which would fit both kinds.
     explicit Rectangle(int32_t x0, int32_t x1, int32_t y0, int32_t y1) : left(x0), right(x1), top(y0), bottom(y1) {}
 
-    // What lies at or beyond it.
+    // The first column and row beyond it.
     int64_t endX() const { return int64_t{right} + (ends == Ends::included ? 1 : 0); }
     int64_t endY() const { return int64_t{bottom} + (ends == Ends::included ? 1 : 0); }
     bool isEmpty() const { return left >= endX() || top >= endY(); }
@@ -54,12 +54,13 @@ struct Dab
     // What of a dab of some radius lies in a picture of some size.
     static Dab clipped(int32_t x, int32_t y, int32_t radius, int32_t width, int32_t height)
     {
-        return {x,
-                y,
-                std::max(-radius, -x),
-                std::max(-radius, -y),
-                std::min(radius, width - 1 - x),
-                std::min(radius, height - 1 - y)};
+        const auto from = [=](int64_t place) {
+            return static_cast<int32_t>(std::clamp<int64_t>(-place, -radius, INT32_MAX));
+        };
+        const auto to = [=](int64_t size, int64_t place) {
+            return static_cast<int32_t>(std::clamp<int64_t>(size - 1 - place, INT32_MIN, radius));
+        };
+        return {x, y, from(x), from(y), to(width, x), to(height, y)};
     }
 
     bool isEmpty() const { return left > right || top > bottom; }

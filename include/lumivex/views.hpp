@@ -37,7 +37,11 @@ struct View
 
     View() = default;
 
-    View(T* first, int32_t columns, int32_t rows) : data(first), width(columns), height(rows)
+    // An array is a container, and asked for its length.
+    template <class Pointer>
+    requires(std::convertible_to<Pointer, T*> && !std::is_array_v<Pointer>)
+        View(const Pointer& first, int32_t columns, int32_t rows)
+        : data(first), width(columns), height(rows)
     {
         if (columns < 0 || rows < 0)
             throw ShapeError("a picture cannot be " + sizeText());

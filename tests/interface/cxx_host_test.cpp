@@ -54,12 +54,14 @@ TEST(CxxHost, tellsWhichSizesDiffer)
     Picture picture = pattern(30, 20), small = pattern(3, 2), square(6, 6), odd(5, 5);
     const Picture before = picture;
     std::vector<float> short_table(255);
+    uint8_t array[4 * 5] = {};
     std::array<float, 256> profile{};
     std::vector<uint32_t> places(29);
     EXPECT_EQ(errorOf([&] { grey(picture, small); }),
               "grey: selection is 3 x 2, and has to be 30 x 20 beside image, 30 x 20");
     EXPECT_NE(errorOf([&] { brightness(picture, small, 9); }), "");
     EXPECT_NE(errorOf([&] { PictureView(picture.bytes, 20, 31); }), "");
+    EXPECT_NE(errorOf([&] { PictureView(array, 3, 2); }), "");
     EXPECT_NE(errorOf([&] { PictureView(picture.bytes.data(), 20, -1); }), "");
     EXPECT_NE(errorOf([&] { bell_weights(short_table); }), "");
     EXPECT_NE(errorOf([&] { paint(picture, odd, profile, 1, {9, 9, -2, -2, 2, 2}, {}); }), "");
@@ -95,6 +97,7 @@ TEST(CxxHost, tellsWhatLiesOutside)
     std::array<float, 256> profile{};
     const auto dab = [&](const Dab& where) { return errorOf([&] { paint(picture, brush, profile, 1, where, {}); }); };
     EXPECT_EQ(dab(Dab::clipped(1, 19, 3, 30, 20)), "");
+    EXPECT_TRUE(Dab::clipped(INT32_MIN, INT32_MAX, 3, 30, 20).isEmpty());
     EXPECT_EQ(dab({2, 2, -99, -99, 99, 99}), ""); // the circle of radius 3 reaches two pixels
     EXPECT_NE(dab({1, 2, -99, -99, 99, 99}), "");
     EXPECT_NE(dab({INT32_MAX, 2, 0, 0, INT32_MAX, 0}), "");

@@ -28,9 +28,9 @@ struct Request
     bool quiet = false;
 };
 
-constexpr const char* folderNote =
-    "OUT may be a folder, which several IN need: one that is there, or a name that ends in "
-    "/. Results are named after their IN.";
+constexpr const char* folderNote = "OUT is a folder if there are several IN, if it is one already, or if its name ends "
+                                   "in /. It is made if need be, and "
+                                   "results are named after their IN.";
 constexpr const char* selectionNote =
     "MASK selects by its alpha, or by its brightness if it is opaque everywhere: 0 is not "
     "selected, all else is.";

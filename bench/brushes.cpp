@@ -4,8 +4,7 @@
 #include "measure.h"
 #include "photograph.h"
 
-#include "lumivex.h"
-#include "stroke.h"
+#include "lumivex.hpp"
 
 #include <memory>
 
@@ -84,8 +83,8 @@ void addRetouching(Retouching& r)
 void addStrokes(Retouching& r)
 {
     constexpr int32_t radius = 100;
-    static const host::BrushTip tip(radius, 0.3);
-    static const auto dabs = host::dabsAlong({{150, 200}, {1740, 1404}}, 10, radius, width, height);
+    static const lumivex::BrushTip tip(radius, 0.3);
+    static const auto dabs = lumivex::dabsAlong({{150, 200}, {1740, 1404}}, 10, radius, width, height);
     int64_t inDab = 0;
     for (int32_t i = 0; i < 4 * radius * radius; ++i) {
         const int32_t x = i % (2 * radius) - radius;
@@ -93,16 +92,17 @@ void addStrokes(Retouching& r)
         inDab += x * x + y * y < radius * radius ? 1 : 0;
     }
     const auto painted = inDab * static_cast<int64_t>(dabs.size());
-    for (size_t brush = 0; brush < host::brushNames().size(); ++brush) {
+    for (size_t brush = 0; brush < std::size(lumivex::brushNames); ++brush) {
         for (const bool selecting : {false, true}) {
-            const host::Paint paint{200, 100, 50, 0.6F, 3};
-            const uint8_t* const selection = selecting ? r.guide.data() : nullptr;
-            const auto stroke = std::make_shared<host::Stroke>(static_cast<host::Brush>(brush), tip, paint,
-                                                               r.out.data(), width, height, r.base.data(), selection);
+            const lumivex::ConstPictureView guide(r.guide, width, height);
+            const auto stroke = std::make_shared<lumivex::Stroke>(
+                static_cast<lumivex::Brush>(brush), tip, lumivex::Paint{{200, 100, 50}, 0.6F, 3},
+                lumivex::PictureView(r.out, width, height), lumivex::ConstPictureView(r.base, width, height),
+                selecting ? lumivex::Selection(guide) : lumivex::Selection());
             measure(
-                "stroke, " + host::brushNames()[brush] + (selecting ? ", selection" : ""),
+                "stroke, " + std::string(lumivex::brushNames[brush]) + (selecting ? ", selection" : ""),
                 [stroke] {
-                    for (const host::ClippedDab& dab : dabs) {
+                    for (const lumivex::Dab& dab : dabs) {
                         stroke->stamp(dab);
                     }
                 },

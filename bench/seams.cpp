@@ -4,10 +4,11 @@
 #include "measure.h"
 #include "photograph.h"
 
-#include "seam_carver.h"
+#include "lumivex.hpp"
 
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 #ifdef LUMIVEX_HAS_LQR
 #include <lqr.h>
@@ -37,7 +38,9 @@ Pixels smallPhotograph()
 
 void resize(const Pixels& picture, int32_t wanted)
 {
-    host::SeamCarver carver(columns, rows, picture, Pixels(picture.size()), {});
+    lumivex::Picture copy(columns, rows);
+    copy.bytes = picture;
+    lumivex::SeamCarver carver(std::move(copy), lumivex::Picture(columns, rows), {});
     if (!carver.setWidth(wanted)) {
         std::abort(); // no measurement
     }

@@ -4,8 +4,7 @@
 #include "measure.h"
 #include "photograph.h"
 
-#include "lumivex.h"
-#include "outline_tracer.h"
+#include "lumivex.hpp"
 
 #include <algorithm>
 #include <cstring>
@@ -96,10 +95,12 @@ void thinUntilStable(const Pixels& map, Pixels& work)
 /// From a bitmap of 12 megapixels to curves.
 size_t traceBitmap(const Pixels& bitmap)
 {
-    static host::OutlineTracer tracer(width, height);
+    static lumivex::OutlineTracer tracer(width, height);
     size_t segments = 0;
-    for (const host::Outline& outline : tracer.trace(bitmap.data(), host::MapChannel::green, 3).all) {
-        segments += host::fitCurves(outline, 67, 0.7).size();
+    const lumivex::ConstPictureView map(bitmap, width, height);
+    const auto outlines = tracer.trace(map, lumivex::MapChannel::green, lumivex::Smoothing::sixEven);
+    for (const lumivex::Outline& outline : outlines.all) {
+        segments += lumivex::curvesRound(outline, 67, 0.7).size();
     }
     return segments;
 }

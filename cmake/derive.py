@@ -6,12 +6,15 @@
     derive.py HEADER version-script      the linker's version script
     derive.py HEADER names               the exported names, one a line
     derive.py HEADER interface           everything the header says, as JSON
+    derive.py HEADER calls               the C++ header of every export on views
+    derive.py HEADER cxx-names           the C++ header of every export's two names
 
 The first level given to `dispatch` is the one every processor has.
 """
 import json
 import sys
 
+from calls import calls, names
 from interface import read_exports
 
 
@@ -56,6 +59,10 @@ def main():
         lines = ["{", "  global:"] + [f"    {e.name};" for e in exports] + ["  local: *;", "};"]
     elif what == "interface":
         lines = [json.dumps(interface(exports), indent=1)]
+    elif what == "calls":
+        lines = calls(exports)
+    elif what == "cxx-names":
+        lines = names(exports)
     elif what == "names":
         lines = sorted(e.name for e in exports)
     else:

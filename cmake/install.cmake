@@ -16,7 +16,6 @@ else()
 endif()
 
 # Headers that are derived stand in the build.
-file(MAKE_DIRECTORY ${PROJECT_BINARY_DIR}/src/generated/include)
 foreach(headers ${PROJECT_SOURCE_DIR}/include ${PROJECT_BINARY_DIR}/src/generated/include)
   install(DIRECTORY ${headers}/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development
           FILES_MATCHING PATTERN "*.h" PATTERN "*.hpp")

@@ -20,7 +20,7 @@ void append(std::string& text, float value)
     text.append(digits, end);
 }
 
-void append(std::string& text, OutlinePoint point)
+void append(std::string& text, lumivex::Point point)
 {
     append(text, point.x);
     text += ',';
@@ -50,7 +50,7 @@ std::string hexadecimal(Colour colour)
 }
 } // namespace
 
-std::string drawingOf(const std::vector<std::vector<CurveSegment>>& outlines, bool framed, int32_t width,
+std::string drawingOf(const std::vector<std::vector<lumivex::CurveSegment>>& outlines, bool framed, int32_t width,
                       int32_t height, const DrawingStyle& style)
 {
     const std::string size = "width=\"" + std::to_string(width) + "\" height=\"" + std::to_string(height) + "\"";
@@ -64,10 +64,10 @@ std::string drawingOf(const std::vector<std::vector<CurveSegment>>& outlines, bo
            (style.stroke ? colour : "none") + "\" d=\"";
     if (framed)
         svg += "M0,0H" + std::to_string(width) + "V" + std::to_string(height) + "H0Z\n";
-    for (const std::vector<CurveSegment>& outline : outlines) {
+    for (const std::vector<lumivex::CurveSegment>& outline : outlines) {
         svg += 'M';
         append(svg, outline.front().start);
-        for (const CurveSegment& segment : outline) {
+        for (const lumivex::CurveSegment& segment : outline) {
             svg += 'C';
             append(svg, segment.control1);
             svg += ' ';

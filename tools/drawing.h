@@ -1,7 +1,6 @@
 // Vector drawings as SVG.
 #pragma once
 
-#include "outline_tracer.h"
 #include "parameter.h"
 #include "picture.h"
 
@@ -19,6 +18,6 @@ struct DrawingStyle
 };
 
 // One path of closed curves, holes cut out. `framed` adds the picture's own frame.
-std::string drawingOf(const std::vector<std::vector<CurveSegment>>& outlines, bool framed, int32_t width,
+std::string drawingOf(const std::vector<std::vector<lumivex::CurveSegment>>& outlines, bool framed, int32_t width,
                       int32_t height, const DrawingStyle& style);
 } // namespace host

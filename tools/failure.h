@@ -13,6 +13,13 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+// The user has stopped the work: what was to come after it is not begun.
+class Stopped : public Failure
+{
+public:
+    using Failure::Failure;
+};
+
 inline std::string inQuotes(const std::filesystem::path& path)
 {
     std::string text = "'";

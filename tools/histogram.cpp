@@ -2,7 +2,7 @@
 #include "histogram.h"
 
 #include "chart.h"
-#include "lumivex.h"
+#include "lumivex.hpp"
 
 #include <sstream>
 
@@ -13,8 +13,7 @@ Histograms countLevels(const Picture& picture)
     Histograms counts{};
     auto& [grey, red, green, blue] = counts;
     int32_t largest = 0;
-    IM_GetDataHistoChance(picture.data(), grey.data(), red.data(), green.data(), blue.data(), picture.width,
-                          picture.height, &largest);
+    lumivex::histograms_with_grey(picture, grey, red, green, blue, largest);
     return counts;
 }
 
@@ -22,7 +21,7 @@ Histograms countColours(const Picture& picture)
 {
     Histograms counts{};
     auto& [grey, red, green, blue] = counts;
-    IM_GetDataHisto(picture.data(), red.data(), green.data(), blue.data(), picture.width, picture.height);
+    lumivex::histograms(picture, red, green, blue);
     return counts;
 }
 

@@ -1,25 +1,23 @@
 // The signal and the byte.
 #include "interruption.h"
 
-#include <atomic>
-
 namespace host
 {
 namespace
 {
-alignas(std::atomic_ref<uint8_t>::required_alignment) uint8_t stop = 0;
+lumivex::Stop asked;
 
-void setStop(int)
+void ask(int)
 {
-    std::atomic_ref(stop).store(1, std::memory_order_relaxed);
+    asked.request();
 }
 } // namespace
 
 Interruption::Interruption()
 {
-    std::atomic_ref(stop).store(0, std::memory_order_relaxed);
+    asked.clear();
     struct sigaction action = {};
-    action.sa_handler = setStop;
+    action.sa_handler = ask;
     sigaction(SIGINT, &action, &before);
     // Who started the program may have asked that it be ignored.
     if (before.sa_handler == SIG_IGN)
@@ -31,13 +29,13 @@ Interruption::~Interruption()
     sigaction(SIGINT, &before, nullptr);
 }
 
-const uint8_t* Interruption::stopByte() const
+const lumivex::Stop* Interruption::stop() const
 {
-    return &stop;
+    return &asked;
 }
 
 bool Interruption::happened() const
 {
-    return std::atomic_ref(stop).load(std::memory_order_relaxed) != 0;
+    return asked.requested();
 }
 } // namespace host

@@ -1,8 +1,9 @@
 // Ctrl-C while an export runs that can be stopped: it ends early, and the program goes on to say so.
 #pragma once
 
+#include "lumivex/progress.hpp"
+
 #include <csignal>
-#include <cstdint>
 
 namespace host
 {
@@ -16,7 +17,7 @@ public:
     ~Interruption();
 
     // What the export watches.
-    const uint8_t* stopByte() const;
+    const lumivex::Stop* stop() const;
     bool happened() const;
 
 private:

@@ -32,16 +32,17 @@ public:
 
     int32_t width() const { return input.width; }
     int32_t height() const { return input.height; }
-    const uint8_t* in() const { return input.data(); }
-    uint8_t* out() { return output.data(); }
-    const uint8_t* selection() const { return selectionPicture ? selectionPicture->data() : nullptr; }
-    uint8_t selectionOnly() const { return selectionPicture ? 1 : 0; }
-    uint32_t* counter() { return progress.counter(); }
+    lumivex::Selection selection() const
+    {
+        return selectionPicture ? lumivex::Selection(*selectionPicture) : lumivex::Selection();
+    }
+    lumivex::Progress* counter() { return progress.counter(); }
 
     bool has(const std::string& name) const { return values.count(name) != 0; }
     int32_t whole(const std::string& name) const { return static_cast<int32_t>(get<double>(name)); }
+    uint8_t byte(const std::string& name) const { return static_cast<uint8_t>(whole(name)); }
     float number(const std::string& name) const { return static_cast<float>(get<double>(name)); }
-    uint8_t flag(const std::string& name) const { return get<bool>(name) ? 1 : 0; }
+    bool flag(const std::string& name) const { return get<bool>(name); }
     const std::string& choice(const std::string& name) const { return get<std::string>(name); }
     Colour colour(const std::string& name) const { return get<Colour>(name); }
     const std::vector<Point>& points(const std::string& name) const { return get<std::vector<Point>>(name); }

@@ -3,7 +3,7 @@
 #include "failure.h"
 #include "files/picture_file.h"
 #include "gallery/gallery.h"
-#include "lumivex.h"
+#include "lumivex.hpp"
 #include "manual/manual.h"
 #include "operation.h"
 #include "run_operation.h"
@@ -24,13 +24,16 @@ using Arguments = std::vector<std::string>;
 constexpr const char* usage = R"(lumivex: image operations on picture files
 
   lumivex OPERATION IN -o OUT [--selection MASK] [--parameter value ...]
+  lumivex OPERATION IN... -o FOLDER [...]
+                              the same for many pictures; results are named after them
   lumivex OPERATION --help    what the operation does, its parameters, ranges and defaults
   lumivex list                all operations
   lumivex gallery [IN] -o DIR a page that shows them all, on IN or on a drawn scene
   lumivex scene -o OUT        that scene as a picture
   lumivex --version
 
-Pictures are PNG or JPEG. OUT is written whole or not at all.
+Pictures are PNG or JPEG. What is written is written whole or not at all. Of many pictures those that fail are reported
+and the others done, and the exit status is 1.
 )";
 
 std::string list(const Arguments& arguments)
@@ -103,22 +106,21 @@ constexpr Command hiddenCommands[] = {{"manual", manual}, {"completion", complet
     throw Failure("unknown operation '" + name + "'" + (hint.empty() ? "; see 'lumivex list'" : hint + "?"));
 }
 
-// Returns the text for standard output.
-std::string run(Arguments arguments)
+Outcome run(Arguments arguments)
 {
     if (arguments.empty())
         throw Failure("nothing to do; see 'lumivex --help'");
     const std::string first = arguments.front();
     if (first == "--help" || first == "-h")
-        return usage;
+        return {usage};
     if (first == "--version")
-        return "lumivex " LUMIVEX_VERSION "\n";
+        return {"lumivex " LUMIVEX_VERSION "\n"};
 
     arguments.erase(arguments.begin());
     for (const auto& table : {std::span<const Command>(commands), std::span<const Command>(hiddenCommands)})
         for (const Command& command : table)
             if (first == command.name)
-                return command.run(arguments);
+                return {command.run(arguments)};
     if (const Operation* operation = findOperation(first))
         return runOperation(*operation, arguments);
     failUnknown(first);
@@ -178,8 +180,9 @@ void print(const std::string& text)
 int main(int count, char** values)
 {
     try {
-        host::print(host::run({values + 1, values + count}));
-        return 0;
+        const host::Outcome outcome = host::run({values + 1, values + count});
+        host::print(outcome.text);
+        return outcome.failed ? 1 : 0;
     } catch (const std::bad_alloc&) {
         std::fputs("lumivex: not enough memory\n", stderr);
     } catch (const std::exception& error) {

@@ -2,21 +2,12 @@
 #pragma once
 
 #include "job.h"
-#include "lumivex.h"
 #include "operation.h"
 
 namespace host
 {
-// A rectangle that the user gives by two corners, clipped to the picture less some pixels at its edges; both ends
-// belong to it.
-struct Rectangle
-{
-    int32_t left;
-    int32_t right;
-    int32_t top;
-    int32_t bottom;
-};
-Rectangle rectangleOf(const Job& job, int32_t border = 0);
+// A rectangle that the user gives by two corners, clipped to the picture less some pixels at its edges.
+lumivex::InclusiveRectangle rectangleOf(const Job& job, int32_t border = 0);
 // The parameters of its corners, which by default take in the whole picture.
 std::vector<Parameter> withCorners(std::vector<Parameter> others);
 

@@ -1,8 +1,11 @@
 // Finding operations, also by names that are nearly right.
 #include "operation.h"
 
+#include "lumivex/names.hpp"
+
 #include <algorithm>
 #include <numeric>
+#include <stdexcept>
 #include <utility>
 
 namespace host
@@ -23,13 +26,30 @@ size_t editDistance(const std::string& a, const std::string& b)
     }
     return row.back();
 }
+
+// The export whose English name an operation has, with hyphens for its underscores.
+std::string exportCalled(std::string name)
+{
+    std::replace(name.begin(), name.end(), '-', '_');
+    for (const lumivex::ExportName& candidate : lumivex::exportNames)
+        if (candidate.english == name)
+            return std::string(candidate.exported);
+    throw std::logic_error("no export is called " + name);
+}
 } // namespace
 
 const std::vector<Family>& families()
 {
-    static const std::vector<Family> all = {coreFamily(), adjustFamily(),       filtersFamily(), sharpeningFamily(),
-                                            maskFamily(), transparencyFamily(), brushFamily(),   retouchFamily(),
-                                            seamFamily(), traceFamily()};
+    static const std::vector<Family> all = [] {
+        std::vector<Family> made = {coreFamily(), adjustFamily(),       filtersFamily(), sharpeningFamily(),
+                                    maskFamily(), transparencyFamily(), brushFamily(),   retouchFamily(),
+                                    seamFamily(), traceFamily()};
+        for (Family& family : made)
+            for (Operation& operation : family.operations)
+                if (operation.exported.empty())
+                    operation.exported = exportCalled(operation.name);
+        return made;
+    }();
     return all;
 }
 

@@ -25,8 +25,8 @@ struct Example
 struct Operation
 {
     std::string name;
-    std::string exported; // the name or names in the library, for the help
-    std::string summary;  // one line without a full stop
+    std::string exported = ""; // the exports behind it; by default the one with its name
+    std::string summary;       // one line without a full stop
     std::string details = "";
     std::vector<Parameter> parameters = {};
     Selecting selecting = Selecting::byHost;

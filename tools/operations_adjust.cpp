@@ -3,7 +3,7 @@
 #include "failure.h"
 #include "histogram.h"
 #include "lab_tables.h"
-#include "lumivex.h"
+#include "lumivex.hpp"
 #include "operation.h"
 #include "tone_curve.h"
 
@@ -29,8 +29,7 @@ void curves(Job& job)
     const auto red = rows("red");
     const auto green = rows("green");
     const auto blue = rows("blue");
-    IM_Courbes(job.out(), job.in(), curveFamily().data(), master.data(), red.data(), green.data(), blue.data(), 0,
-               job.selection(), job.width(), job.height(), job.selectionOnly());
+    lumivex::curves(job.output, job.input, curveFamily(), master, red, green, blue, job.selection());
 }
 
 void labCurves(Job& job)
@@ -38,11 +37,9 @@ void labCurves(Job& job)
     const auto lightness = rowsOfCurve("lightness", job.points("lightness"));
     const auto a = rowsOfCurve("a", job.points("a"));
     const auto b = rowsOfCurve("b", job.points("b"));
-    const LabCube& cube = labCube(job.progress);
-    const RgbGrid& grid = rgbGrid(job.progress);
-    IM_CourbesLab(job.out(), job.in(), cube.lightness.get(), cube.a.get(), cube.b.get(), grid.red.get(),
-                  grid.green.get(), grid.blue.get(), curveFamily().data(), lightness.data(), a.data(), b.data(), 0,
-                  job.selection(), job.width(), job.height(), job.selectionOnly());
+    const lumivex::LabCube& cube = labCube(job.progress);
+    const lumivex::RgbGrid& grid = rgbGrid(job.progress);
+    lumivex::lab_curves(job.output, job.input, cube, grid, curveFamily(), lightness, a, b, job.selection());
 }
 
 // The gamma that maps a grey at 0..255 between black and white to the middle.
@@ -63,13 +60,12 @@ void levels(Job& job)
     if (black >= white)
         throw Failure("--black has to be less than --white");
     const auto grey = static_cast<int32_t>(std::ceil(black + (white - black) * double{job.number("grey")} / 100));
-    const int32_t unchanged[] = {0, 128, 255, 0, 255};
-    const int32_t moved[] = {black, grey, white, job.whole("output-black"), job.whole("output-white")};
+    const std::array<int32_t, 5> unchanged = {0, 128, 255, 0, 255};
+    const std::array<int32_t, 5> moved = {black, grey, white, job.whole("output-black"), job.whole("output-white")};
     const std::string& channel = job.choice("channel");
     const auto of = [&](const char* name) { return channel == name ? moved : unchanged; };
     const auto gammas = gammasByPosition();
-    IM_Niveau(job.out(), job.in(), gammas.data(), of("all"), of("red"), of("green"), of("blue"), job.selection(),
-              job.width(), job.height(), job.selectionOnly());
+    lumivex::levels(job.output, job.input, gammas, of("all"), of("red"), of("green"), of("blue"), job.selection());
 }
 
 // What makes an adjustment of tones a guided one.
@@ -85,9 +81,8 @@ std::vector<Parameter> withGuidance(std::vector<Parameter> others)
 
 struct Guide
 {
-    const uint8_t* selection;
-    uint8_t selectionOnly;
-    uint8_t guided;
+    lumivex::Selection selection;
+    lumivex::OptionalPicture weights;
     int32_t x;
     int32_t y;
 };
@@ -97,39 +92,33 @@ Guide guideOf(Job& job)
 {
     const std::vector<Point>& pick = job.points("pick");
     if (pick.empty())
-        return {job.selection(), job.selectionOnly(), 0, 0, 0};
+        return {job.selection(), {}, 0, 0};
     const auto [x, y] = pick.front();
     if (x < 0 || x >= job.width() || y < 0 || y >= job.height())
         throw Failure("--pick: the point is outside the picture");
-    if (!job.selectionPicture) {
-        job.selectionPicture = Picture(job.width(), job.height());
-        std::fill(job.selectionPicture->bytes.begin(), job.selectionPicture->bytes.end(), uint8_t{255});
-    }
-    return {job.selection(), 1, 1, static_cast<int32_t>(x), static_cast<int32_t>(y)};
+    if (!job.selectionPicture)
+        job.selectionPicture = Picture(job.width(), job.height(), 255);
+    return {job.selection(), job.picture("weight"), static_cast<int32_t>(x), static_cast<int32_t>(y)};
 }
 
-std::vector<float> toneTable(const std::string& kind)
+lumivex::ToneTable toneTable(const std::string& kind)
 {
-    std::vector<float> table(101 * 256);
-    (kind == "even" ? IM_SetDataGammaSimple : IM_SetDataGamma)(table.data(), 0);
-    return table;
+    return kind == "even" ? lumivex::ToneTable::even() : lumivex::ToneTable::logarithmic();
 }
 
 void gammaThroughTable(Job& job)
 {
     const Guide guide = guideOf(job);
-    IM_Gamma(job.out(), job.in(), toneTable(job.choice("rows")).data(), guide.selection, job.picture("weight").data(),
-             static_cast<uint8_t>(job.whole("tolerance")), guide.x, guide.y, job.width(), job.height(),
-             job.number("row"), guide.selectionOnly, guide.guided, job.flag("clipping-warning"));
+    lumivex::gamma(job.output, job.input, toneTable(job.choice("rows")), job.byte("tolerance"), guide.x, guide.y,
+                   job.number("row"), job.flag("clipping-warning"), guide.selection, guide.weights);
 }
 
 void brightnessContrast(Job& job)
 {
     const Guide guide = guideOf(job);
-    IM_BrillanceContraste(job.out(), job.in(), guide.selection, job.picture("weight").data(),
-                          static_cast<uint8_t>(job.whole("tolerance")), guide.x, guide.y, job.width(), job.height(),
-                          job.whole("brightness"), job.number("contrast"), guide.selectionOnly, guide.guided,
-                          job.flag("clipping-warning"));
+    lumivex::brightness_contrast(job.output, job.input, job.byte("tolerance"), guide.x, guide.y,
+                                 job.whole("brightness"), job.number("contrast"), job.flag("clipping-warning"),
+                                 guide.selection, guide.weights);
 }
 
 // The result, and below it the histograms of what comes out before it is clamped.
@@ -138,8 +127,8 @@ void contrastWithHistograms(Job& job)
     std::array<std::array<float, 256>, 4> bins{};
     auto& [mean, red, green, blue] = bins;
     const auto pixels = static_cast<float>(job.width()) * static_cast<float>(job.height());
-    IM_BrillanceContrasteH(job.out(), job.in(), 0, job.width(), job.height(), job.whole("brightness"),
-                           job.number("contrast"), 0, mean.data(), red.data(), green.data(), blue.data(), pixels / 60);
+    lumivex::contrast_histograms(job.output, job.input, job.whole("brightness"), job.number("contrast"), mean, red,
+                                 green, blue, pixels / 60);
     Histograms counts{};
     for (size_t i = 0; i < bins.size(); ++i)
         std::transform(bins[i].begin(), bins[i].end(), counts[i].begin(),
@@ -151,34 +140,21 @@ void histogram(Job& job)
 {
     const Histograms counts = job.choice("of") == "all" ? countLevels(job.input) : countColours(job.input);
     job.output = drawHistograms(counts);
-    if (job.flag("print") != 0)
+    if (job.flag("print"))
         job.report = asText(counts);
-}
-
-std::array<uint8_t, 256> equalisingTable(Job& job)
-{
-    std::array<uint8_t, 256> table{};
-    IM_GetTabBrillance(job.in(), labCube(job.progress).lightness.get(), table.data(), job.width(), job.height());
-    return table;
 }
 
 // The equalised picture is computed once. What further strengths cost is only a mixture, so they share it.
 void equalise(Job& job)
 {
-    const LabCube& cube = labCube(job.progress);
-    const RgbGrid& grid = rgbGrid(job.progress);
-    const auto table = equalisingTable(job);
+    lumivex::Equaliser equaliser(job.input, labCube(job.progress), rgbGrid(job.progress), job.selection());
     const int32_t strength = job.whole("strength");
-    Picture equalised(job.width(), job.height());
     job.progress.begin("equalise");
-    IM_GetEqualiser(job.out(), job.in(), equalised.data(), cube.lightness.get(), cube.a.get(), cube.b.get(),
-                    grid.red.get(), grid.green.get(), grid.blue.get(), job.selection(), job.width(), job.height(),
-                    table.data(), strength, job.selectionOnly(), job.counter());
+    equaliser.apply(job.output, strength, job.counter());
     const int32_t strips = job.whole("strips");
     Picture weaker = job.input;
     for (int32_t strip = 0; strip < strips - 1; ++strip) {
-        IM_Equaliser(weaker.data(), job.in(), equalised.data(), job.selection(), job.width(), job.height(),
-                     strength * (strip + 1) / strips, job.selectionOnly(), job.counter());
+        equaliser.apply(weaker, strength * (strip + 1) / strips, job.counter());
         const int32_t from = static_cast<int32_t>(int64_t{job.width()} * strip / strips);
         const int32_t to = static_cast<int32_t>(int64_t{job.width()} * (strip + 1) / strips);
         copyColumns(job.output, weaker, from, to);
@@ -187,29 +163,29 @@ void equalise(Job& job)
 
 void equaliseChannels(Job& job)
 {
-    const auto table = equalisingTable(job);
-    IM_NiveauPlus(job.out(), job.in(), table.data(), job.width(), job.height());
+    std::array<uint8_t, 256> table{};
+    lumivex::equalising_table(job.input, labCube(job.progress).lightness, table);
+    lumivex::map_levels(job.output, job.input, table);
 }
 
 void balance(Job& job)
 {
-    const LabCube& cube = labCube(job.progress);
-    const RgbGrid& grid = rgbGrid(job.progress);
+    const lumivex::LabCube& cube = labCube(job.progress);
+    const lumivex::RgbGrid& grid = rgbGrid(job.progress);
     job.progress.begin("balance");
-    IM_Balance(job.out(), job.in(), cube.lightness.get(), cube.a.get(), cube.b.get(), grid.red.get(), grid.green.get(),
-               grid.blue.get(), job.selection(), job.width(), job.height(), job.whole("lightness"), job.whole("a"),
-               job.whole("b"), job.selectionOnly(), job.counter());
+    lumivex::balance(job.output, job.input, cube, grid, job.whole("lightness"), job.whole("a"), job.whole("b"),
+                     job.selection(), job.counter());
 }
 
 using Line = std::vector<float>;
 
 // Every tenth row of a table.
-template <class Value>
-std::vector<Line> rowsOf(const std::vector<Value>& table)
+template <class Table>
+std::vector<Line> rowsOf(const Table& table)
 {
     std::vector<Line> lines;
     for (size_t row = 0; row * 256 < table.size(); row += 10) {
-        const auto first = table.begin() + static_cast<ptrdiff_t>(row) * 256;
+        const auto* const first = table.begin() + row * 256;
         std::transform(first, first + 256, std::back_inserter(lines.emplace_back()),
                        [](auto value) { return static_cast<float>(value) / 255; });
     }
@@ -220,12 +196,12 @@ void toneTables(Job& job)
 {
     const std::string& table = job.choice("table");
     if (table == "ramp") {
-        Line ramp(10001);
-        IM_SetDataGammaFixe(ramp.data(), job.number("gamma"), 0);
+        Line ramp(lumivex::rampLength);
+        lumivex::gamma_ramp(ramp, job.number("gamma"));
         job.output = drawLines({ramp});
     } else if (table == "bell") {
         Line bell(256);
-        IM_SetDataCloche(bell.data(), 0);
+        lumivex::bell_weights(bell);
         job.output = drawLines({bell});
     } else {
         job.output = drawLines(table == "curves" ? rowsOf(curveFamily()) : rowsOf(toneTable(table)));
@@ -243,7 +219,6 @@ Family adjustFamily()
         "Tone and colour: curves, levels, histograms, equalisation, balance",
         {
             {.name = "levels",
-             .exported = "IM_Niveau",
              .summary = "Sets black, grey and white points",
              .parameters = {whole("black", 0, 254, 20, "What becomes black"),
                             number("grey", 1, 99, 50, "What becomes the middle grey, in percent of the way to white"),
@@ -290,7 +265,6 @@ Family adjustFamily()
              .examples = {{"--row 65"}, {"--row 55 --rows even"}},
              .run = gammaThroughTable},
             {.name = "brightness-contrast",
-             .exported = "IM_BrillanceContraste",
              .summary = "Brightness and contrast, for all colours or by their likeness to one",
              .parameters = withGuidance({brightness, contrast}),
              .selecting = Selecting::byExport,
@@ -300,7 +274,6 @@ Family adjustFamily()
                           {"--brightness 90 --contrast 50 --pick 20,20 --weight shape.png"}},
              .run = brightnessContrast},
             {.name = "contrast-histograms",
-             .exported = "IM_BrillanceContrasteH",
              .summary = "The same for all colours, with histograms of what comes out",
              .details = "Levels with a fraction of a half or more, and those that are clamped, are not counted.",
              .parameters = {brightness, contrast},

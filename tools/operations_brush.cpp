@@ -1,8 +1,9 @@
 // Operations of painting: strokes of every brush, and a pattern of tips over the whole picture.
-#include "lumivex.h"
 #include "stroke_operation.h"
 
 #include <algorithm>
+#include <array>
+#include <iterator>
 #include <optional>
 
 namespace host
@@ -18,26 +19,30 @@ std::optional<Picture> fullSelection(const Job& job)
     return full;
 }
 
-Paint paintOf(const Job& job)
+lumivex::Paint paintOf(const Job& job)
 {
-    const auto [red, green, blue] = job.colour("colour");
-    return {red, green, blue, job.number("opacity")};
+    return {.colour = job.colour("colour"), .opacity = job.number("opacity")};
+}
+
+std::vector<std::string> brushChoices()
+{
+    return {std::begin(lumivex::brushNames), std::end(lumivex::brushNames)};
 }
 
 void paint(Job& job)
 {
-    const auto& names = brushNames();
-    const auto brush = static_cast<Brush>(std::find(names.begin(), names.end(), job.choice("brush")) - names.begin());
-    BrushTip tip = tipOf(job);
-    if (brush == Brush::restore) // the one brush that wants its values the other way round
-        std::transform(tip.values.begin(), tip.values.end(), tip.values.begin(),
-                       [](uint8_t value) { return static_cast<uint8_t>(255 - value); });
-    Paint paint = paintOf(job);
+    const auto& names = lumivex::brushNames;
+    const auto brush =
+        static_cast<lumivex::Brush>(std::find(std::begin(names), std::end(names), job.choice("brush")) - names);
+    lumivex::BrushTip tip = tipOf(job);
+    if (brush == lumivex::Brush::restore) // the one brush that wants its values the other way round
+        lumivex::invert(tip.picture);
+    lumivex::Paint paint = paintOf(job);
     paint.divisor = job.number("thin");
     const std::optional<Picture> selection = fullSelection(job);
-    Stroke stroke(brush, tip, paint, job.out(), job.width(), job.height(), job.picture("other").data(),
-                  selection ? selection->data() : nullptr);
-    for (const ClippedDab& dab : dabsOf(job))
+    lumivex::Stroke stroke(brush, tip, paint, job.output, job.picture("other"),
+                           selection ? lumivex::Selection(*selection) : lumivex::Selection());
+    for (const lumivex::Dab& dab : dabsOf(job))
         stroke.stamp(dab);
 }
 
@@ -45,11 +50,11 @@ void paint(Job& job)
 // fills are looked up.
 void paintPattern(Job& job)
 {
-    const BrushTip tip = tipOf(job);
-    const int32_t side = 2 * tip.radius;
+    const lumivex::BrushTip tip = tipOf(job);
+    const int32_t side = tip.picture.width;
     Picture brush(job.width(), side);
     for (int32_t y = 0; y < side; ++y)
-        std::copy_n(tip.values.begin() + ptrdiff_t{y} * side * 4, std::min(side, job.width()) * 4,
+        std::copy_n(tip.picture.bytes.begin() + ptrdiff_t{y} * side * 4, std::min(side, job.width()) * 4,
                     brush.bytes.begin() + ptrdiff_t{y} * job.width() * 4);
     const auto repeated = [&](int32_t count) {
         std::vector<uint32_t> places(static_cast<size_t>(count));
@@ -57,12 +62,11 @@ void paintPattern(Job& job)
             places[i] = static_cast<uint32_t>(i) % static_cast<uint32_t>(side);
         return places;
     };
-    const Paint paint = paintOf(job);
-    std::vector<float> profile = tip.left;
+    const lumivex::Paint paint = paintOf(job);
+    std::array<float, 256> profile = tip.left;
     for (float& entry : profile)
         entry = 1 - paint.opacity * (1 - entry);
-    BR_PeintureOld(job.out(), brush.data(), profile.data(), repeated(job.width()).data(), repeated(job.height()).data(),
-                   job.width(), job.height(), paint.red, paint.green, paint.blue);
+    lumivex::paint_pattern(job.output, brush, profile, repeated(job.width()), repeated(job.height()), paint.colour);
 }
 
 std::vector<Parameter> tipParameters(int radius)
@@ -84,21 +88,21 @@ std::vector<Parameter> withStroke(std::vector<Parameter> others)
     return all;
 }
 
-BrushTip tipOf(const Job& job)
+lumivex::BrushTip tipOf(const Job& job)
 {
     return {job.whole("radius"), job.number("hardness"), job.number("grain")};
 }
 
-std::vector<ClippedDab> dabsOf(const Job& job)
+std::vector<lumivex::Dab> dabsOf(const Job& job)
 {
-    std::vector<StrokePoint> points;
+    std::vector<lumivex::StrokePoint> points;
     for (const Point& point : job.points("stroke"))
         points.push_back({point.x, point.y});
     if (points.empty())
         for (const auto& [across, down] : {std::pair{0.1, 0.3}, {0.35, 0.7}, {0.65, 0.3}, {0.9, 0.7}})
             points.push_back({across * job.width(), down * job.height()});
     const int32_t radius = job.whole("radius");
-    return dabsAlong(points, radius * double{job.number("spacing")} / 100, radius, job.width(), job.height());
+    return lumivex::dabsAlong(points, radius * double{job.number("spacing")} / 100, radius, job.width(), job.height());
 }
 
 Family brushFamily()
@@ -120,7 +124,7 @@ Family brushFamily()
                  "Dabs add up, but with colour-root the strongest wins. The knives lay less on the larger --thin "
                  "is.\nThe brushes called background paint on --other where the picture is transparent, and the "
                  "eraser brings it back.",
-             .parameters = withStroke({choice("brush", brushNames(), "Which brush"), ink, opacity,
+             .parameters = withStroke({choice("brush", brushChoices(), "Which brush"), ink, opacity,
                                        number("thin", 0.1, 100, 1, "What divides the opacity of the knives"),
                                        optionalPicture("other", "What shows through or is brought back")}),
              .selecting = Selecting::byExport,
@@ -138,7 +142,6 @@ Family brushFamily()
                           {wave + "--radius 70 --colour 2c6fd8 --selection selection.png"}},
              .run = paint},
             {.name = "paint-pattern",
-             .exported = "BR_PeintureOld",
              .summary = "Paints the tip of a brush over and over",
              .parameters = pattern,
              .examples = {{"--radius 16 --hardness 0 --opacity 0.5"}},

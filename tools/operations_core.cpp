@@ -1,7 +1,7 @@
 // Operations of the core family: points, cut-outs, colour spaces.
 #include "failure.h"
 #include "lab_tables.h"
-#include "lumivex.h"
+#include "lumivex.hpp"
 #include "operation.h"
 
 #include <algorithm>
@@ -15,24 +15,22 @@ namespace
 {
 void blackAndWhite(Job& job)
 {
-    std::vector<float> tones(101 * 256);
-    IM_SetDataGamma(tones.data(), 0);
-    IM_NB(job.out(), job.in(), tones.data(), job.selection(), job.width(), job.height(), job.number("red"),
-          job.number("green"), job.number("blue"), job.number("row"), job.selectionOnly(),
-          job.flag("clipping-warning"));
+    const auto tones = lumivex::ToneTable::logarithmic();
+    lumivex::black_and_white(job.output, job.input, tones, job.number("red"), job.number("green"), job.number("blue"),
+                             job.number("row"), job.flag("clipping-warning"), job.selection());
 }
 
 // The export turns the shape itself into the cut-out.
 void cutOut(Job& job)
 {
     job.output = job.picture("shape");
-    IM_DetourNB(job.out(), job.in(), job.width(), job.height());
+    lumivex::cut_out(job.output, job.input);
 }
 
 std::vector<float> labOf(Job& job)
 {
     std::vector<float> lab(job.input.bytes.size());
-    IM_GetLab(job.in(), lab.data(), job.width(), job.height(), job.counter());
+    lumivex::lab_image(job.input, {lab, job.width(), job.height()}, job.counter());
     return lab;
 }
 
@@ -53,9 +51,9 @@ void labChannel(Job& job)
 void labRoundTrip(Job& job)
 {
     const std::vector<float> lab = labOf(job);
-    const RgbGrid& grid = rgbGrid(job.progress);
+    const lumivex::RgbGrid& grid = rgbGrid(job.progress);
     for (size_t i = 0; i < lab.size(); i += 4) {
-        const size_t cell = RgbGrid::index(lab[i], lab[i + 1], lab[i + 2]);
+        const size_t cell = lumivex::RgbGrid::index(lab[i], lab[i + 1], lab[i + 2]);
         job.output.bytes[i] = grid.blue[cell];
         job.output.bytes[i + 1] = grid.green[cell];
         job.output.bytes[i + 2] = grid.red[cell];
@@ -76,11 +74,11 @@ void labRoundTrip(Job& job)
 void colourSwatch(Job& job)
 {
     uint8_t colour[4];
-    DI_HSB2ARGB(job.number("hue"), job.number("brightness"), job.number("saturation"), colour);
+    lumivex::colour_from_hsb(job.number("hue"), job.number("brightness"), job.number("saturation"), colour);
     const auto [red, green, blue, unused] = colour;
     char line[100];
     std::snprintf(line, sizeof line, "red %d, green %d, blue %d: #%02x%02x%02x, hue %.2f\n", red, green, blue, red,
-                  green, blue, DI_ARGB2Hue(red, green, blue));
+                  green, blue, lumivex::hue({red, green, blue}));
     job.report = line;
     job.output = Picture(240, 80);
     for (size_t i = 0; i < job.output.bytes.size(); i += 4) {
@@ -97,19 +95,14 @@ Family coreFamily()
         "Core: points, cut-outs, colour spaces",
         {
             {.name = "invert",
-             .exported = "IM_Inverser",
              .summary = "Inverts colours like a photographic negative",
              .examples = {{""}, {"--selection selection.png"}},
-             .run = [](Job& job) { IM_Inverser(job.out(), job.width(), job.height()); }},
+             .run = [](Job& job) { lumivex::invert(job.output); }},
             {.name = "grey",
-             .exported = "IM_Gris",
              .summary = "Turns colours into a weighted grey",
              .selecting = Selecting::byExport,
              .examples = {{""}, {"--selection selection.png"}},
-             .run =
-                 [](Job& job) {
-                     IM_Gris(job.out(), job.selection(), job.width(), job.height(), job.selectionOnly(), job.counter());
-                 }},
+             .run = [](Job& job) { lumivex::grey(job.output, job.selection(), job.counter()); }},
             {.name = "black-and-white",
              .exported = "IM_NB, IM_SetDataGamma",
              .summary = "Black and white as through a coloured filter",
@@ -123,40 +116,29 @@ Family coreFamily()
              .examples = {{"--red 30"}, {"--blue 30 --row 60"}, {"--red 40 --clipping-warning"}},
              .run = blackAndWhite},
             {.name = "brightness",
-             .exported = "IM_Brillance",
              .summary = "Makes the picture lighter or darker",
              .parameters = {whole("offset", -255, 255, 40, "Added to every colour level")},
              .examples = {{"--offset 50"}, {"--offset -60 --selection selection.png"}},
-             .run =
-                 [](Job& job) { IM_Brillance(job.out(), job.in(), job.width(), job.height(), job.whole("offset")); }},
+             .run = [](Job& job) { lumivex::brightness(job.output, job.input, job.whole("offset")); }},
             {.name = "contrast",
-             .exported = "IM_Contraste",
              .summary = "Spreads levels about the middle or draws them together",
              .parameters = {number("contrast", -100, 1000, 70, "50 changes nothing, 0 is flat, 100 doubles")},
              .examples = {{"--contrast 80"}, {"--contrast 25"}},
-             .run =
-                 [](Job& job) {
-                     IM_Contraste(job.out(), job.in(), job.width(), job.height(), job.number("contrast"));
-                 }},
+             .run = [](Job& job) { lumivex::contrast(job.output, job.input, job.number("contrast")); }},
             {.name = "cut-out",
-             .exported = "IM_DetourNB",
              .summary = "Cuts the picture out along a black shape; the rest becomes transparent",
              .parameters = {picture("shape", "Dark where the picture stays; only blue counts, below 100 is dark")},
              .selecting = Selecting::none,
              .examples = {{"--shape shape.png"}},
              .run = cutOut},
             {.name = "restore-outside",
-             .exported = "IM_ClipImage",
              .summary = "Takes an edit back outside a mask",
              .parameters = {picture("original", "The picture before the edit"),
                             mask("mask", "Where the edit stays: alpha if the file uses it, else brightness")},
              .selecting = Selecting::none,
              .examples = {{"--original scene.png --mask selection.png", "invert.png"}},
              .run =
-                 [](Job& job) {
-                     IM_ClipImage(job.out(), job.picture("original").data(), job.picture("mask").data(), job.width(),
-                                  job.height());
-                 }},
+                 [](Job& job) { lumivex::restore_outside(job.output, job.picture("original"), job.picture("mask")); }},
             {.name = "lab-channels",
              .exported = "IM_GetLab",
              .summary = "Shows one channel of L*a*b* as grey",

@@ -19,23 +19,22 @@ void spread(Picture& picture, size_t byte = 0)
 
 void selectColour(Job& job)
 {
-    const Colour wanted = job.colour("colour");
-    int32_t left, right, top, bottom;
-    DS_EcartCouleur(job.out(), job.width(), job.height(), wanted.red, wanted.green, wanted.blue,
-                    static_cast<uint8_t>(job.whole("tolerance")), &left, &right, &top, &bottom);
+    lumivex::InclusiveRectangle found;
+    lumivex::select_colour(job.output, job.colour("colour"), job.byte("tolerance"), found);
     spread(job.output);
     char line[100];
-    if (left > right || top > bottom)
+    if (found.isEmpty())
         std::snprintf(line, sizeof line, "nothing found\n");
     else
-        std::snprintf(line, sizeof line, "found within columns %d to %d, rows %d to %d\n", left, right, top, bottom);
+        std::snprintf(line, sizeof line, "found within columns %d to %d, rows %d to %d\n", found.left, found.right,
+                      found.top, found.bottom);
     job.report = line;
 }
 
 void maskFromRed(Job& job)
 {
     job.output = maskPicture(job.picture("mask"));
-    DS_Image2Mask(job.in(), job.out(), job.width(), job.height(), job.flag("remove") == 0 ? 1 : 0);
+    lumivex::mask_from_red(job.input, job.output, !job.flag("remove"));
     spread(job.output);
 }
 
@@ -43,8 +42,8 @@ void maskFromRed(Job& job)
 void maskOutline(Job& job)
 {
     const Picture mask = maskPicture(job.picture("mask"));
-    const auto [red, green, blue] = job.colour("colour");
-    const Rectangle area = rectangleOf(job);
+    const Colour colour = job.colour("colour");
+    const lumivex::InclusiveRectangle area = rectangleOf(job);
     const bool clipped =
         area.left > 0 || area.top > 0 || area.right < job.width() - 1 || area.bottom < job.height() - 1;
     const std::string& side = job.choice("side");
@@ -53,14 +52,13 @@ void maskOutline(Job& job)
         throw Failure("--from and --to go with --side inside");
     if (side == "outside") {
         std::vector<uint8_t> flags(layer.bytes.size() / 4);
-        LA_Data2BorderOut(mask.data(), layer.data(), flags.data(), job.width(), job.height(), red, green, blue);
+        lumivex::red_mask_outline_outside(mask, layer, {flags, job.width(), job.height()}, colour);
     } else if (side == "inside-red") {
-        LA_Data2Border(mask.data(), layer.data(), job.width(), job.height(), red, green, blue);
+        lumivex::red_mask_outline(mask, layer, colour);
     } else if (clipped) {
-        DS_Mask2BorderClip(mask.data(), layer.data(), job.width(), job.height(), area.left, area.right, area.top,
-                           area.bottom, red, green, blue);
+        lumivex::mask_outline_clip(mask, layer, area, colour);
     } else {
-        DS_Mask2Border(mask.data(), layer.data(), job.width(), job.height(), red, green, blue);
+        lumivex::mask_outline(mask, layer, colour);
     }
     for (size_t i = 0; i < layer.bytes.size(); i += 4)
         if (layer.bytes[i + 3] != 0)
@@ -73,42 +71,40 @@ void repeat(Job& job, Step step)
 {
     for (int32_t i = 0; i < job.whole("steps"); ++i) {
         const Picture before = job.output;
-        step(job.out(), before.data());
+        step(before);
     }
 }
 
-using ScatterExport = decltype(DS_Dilatation_iData)*;
-using SoftExport = decltype(DS_DilatationReduc)*;
+using ScatterExport = decltype(lumivex::mask_grow)*;
+using SoftExport = decltype(lumivex::soft_mask_grow)*;
 
 void scatterSteps(Job& job, ScatterExport function)
 {
-    const Rectangle area = rectangleOf(job, 1);
-    repeat(job, [&](uint8_t* out, const uint8_t* before) {
-        function(out, before, job.width(), job.height(), area.left, area.right + 1, area.top, area.bottom + 1);
-    });
+    const auto area = halfOpen(rectangleOf(job, 1));
+    repeat(job, [&](const Picture& before) { function(job.output, before, area); });
 }
 
 void softSteps(Job& job, SoftExport function)
 {
-    repeat(job, [&](uint8_t* out, const uint8_t* before) { function(out, before, job.width(), job.height()); });
+    repeat(job, [&](const Picture& before) { function(job.output, before); });
 }
 
 void growMask(Job& job)
 {
     const std::string& how = job.choice("how");
     if (how == "soft")
-        softSteps(job, DS_DilatationReduc);
+        softSteps(job, lumivex::soft_mask_grow);
     else
-        scatterSteps(job, how == "red" ? DS_Dilatation_Rouge : DS_Dilatation_iData);
+        scatterSteps(job, how == "red" ? lumivex::red_mask_grow : lumivex::mask_grow);
     spread(job.output, how == "red" ? 2 : 0);
 }
 
 void shrinkMask(Job& job)
 {
     if (job.choice("how") == "soft")
-        softSteps(job, DS_ErosionReduc);
+        softSteps(job, lumivex::soft_mask_shrink);
     else
-        scatterSteps(job, DS_Erosion_iData);
+        scatterSteps(job, lumivex::mask_shrink);
     spread(job.output);
 }
 
@@ -116,22 +112,20 @@ void applyMask(Job& job)
 {
     const Picture mask = maskPicture(job.picture("mask"));
     if (job.choice("how") == "cut") {
-        DS_Mask2TransparentAppliquer(mask.data(), job.out(), job.width(), job.height(), mask.width, mask.height,
-                                     static_cast<float>(mask.width) / static_cast<float>(job.width()),
-                                     static_cast<float>(mask.height) / static_cast<float>(job.height()));
+        lumivex::mask_cut(mask, job.output, static_cast<float>(mask.width) / static_cast<float>(job.width()),
+                          static_cast<float>(mask.height) / static_cast<float>(job.height()));
         return;
     }
     if (!mask.sameSize(job.input))
-        throw Failure("--mask: it is " + mask.size() + ", the picture is " + job.input.size() + "; only --how cut " +
+        throw Failure("--mask: it is " + sizeOf(mask) + ", the picture is " + sizeOf(job.input) + "; only --how cut " +
                       "takes another size");
-    const Rectangle area = rectangleOf(job);
+    const lumivex::InclusiveRectangle area = rectangleOf(job);
     const bool whole =
         area.left == 0 && area.top == 0 && area.right == job.width() - 1 && area.bottom == job.height() - 1;
     if (whole)
-        DS_Mask2Transparent(mask.data(), job.out(), job.width(), job.height());
+        lumivex::mask_show(mask, job.output);
     else
-        DS_Mask2TransparentClip(mask.data(), job.out(), job.width(), job.height(), area.left, area.right, area.top,
-                                area.bottom);
+        lumivex::mask_show_clip(mask, job.output, area);
 }
 
 Parameter steps(int standard)
@@ -155,15 +149,16 @@ Point placeOf(const Job& job, const std::string& name)
     return {std::clamp(given.x, -farthest, farthest), std::clamp(given.y, -farthest, farthest)};
 }
 
-Rectangle rectangleOf(const Job& job, int32_t border)
+lumivex::InclusiveRectangle rectangleOf(const Job& job, int32_t border)
 {
     const auto clipped = [&](double place, int32_t size) {
         return std::clamp(static_cast<int32_t>(place), border, std::max(size - 1 - border, border));
     };
     const Point from = placeOf(job, "from");
     const Point to = placeOf(job, "to");
-    Rectangle area{clipped(std::min(from.x, to.x), job.width()), clipped(std::max(from.x, to.x), job.width()),
-                   clipped(std::min(from.y, to.y), job.height()), clipped(std::max(from.y, to.y), job.height())};
+    lumivex::InclusiveRectangle area(
+        clipped(std::min(from.x, to.x), job.width()), clipped(std::max(from.x, to.x), job.width()),
+        clipped(std::min(from.y, to.y), job.height()), clipped(std::max(from.y, to.y), job.height()));
     // Too small for its borders: nothing is left.
     if (job.width() <= 2 * border || job.height() <= 2 * border)
         area.bottom = area.top - 1;
@@ -181,7 +176,7 @@ Picture maskPicture(const Picture& selecting)
 {
     Picture mask = selecting;
     spread(mask, 3);
-    DS_EffacerTransparent(mask.data(), mask.width, mask.height);
+    lumivex::opaque(mask);
     return mask;
 }
 
@@ -192,7 +187,6 @@ Family maskFamily()
         "Masks",
         {
             {.name = "select-colour",
-             .exported = "DS_EcartCouleur",
              .summary = "Turns the picture into a mask of what is near a colour, and says where that was found",
              .parameters = {colour("colour", "e8a15c", "The colour to look for"),
                             whole("tolerance", 0, 255, 40, "Each channel differs by less; 0 finds nothing")},
@@ -200,7 +194,6 @@ Family maskFamily()
              .examples = {{"--colour e6e2da --tolerance 25"}, {"--colour 203848 --tolerance 30"}},
              .run = selectColour},
             {.name = "mask-from-red",
-             .exported = "DS_Image2Mask",
              .summary = "Adds to a mask what the picture holds in full red, or takes it away",
              .parameters = {mask("mask", "The mask to start from"), flag("remove", "Take away instead of adding")},
              .selecting = Selecting::none,
@@ -240,7 +233,6 @@ Family maskFamily()
                           {"--mask select-colour.png --from 640,440 --to 720,540"}},
              .run = maskOutline},
             {.name = "mask-soften",
-             .exported = "DS_FlouGaussienReduc",
              .summary = "Softens the edges of a mask",
              .details = maskNote,
              .parameters = {steps(3)},
@@ -248,11 +240,10 @@ Family maskFamily()
              .examples = {{"--steps 8", "mask-grow.png"}},
              .run =
                  [](Job& job) {
-                     softSteps(job, DS_FlouGaussienReduc);
+                     softSteps(job, lumivex::mask_soften);
                      spread(job.output);
                  }},
             {.name = "mask-contrast",
-             .exported = "DS_ContrasterReduc",
              .summary = "Hardens the edges of a mask",
              .details = maskNote,
              .parameters = {steps(2)},
@@ -261,17 +252,16 @@ Family maskFamily()
              .run =
                  [](Job& job) {
                      for (int32_t i = 0; i < job.whole("steps"); ++i)
-                         DS_ContrasterReduc(job.out(), job.width(), job.height());
+                         lumivex::mask_contrast(job.output);
                      spread(job.output);
                  }},
             {.name = "mask-invert",
-             .exported = "DS_InverserMask",
              .summary = "Exchanges inside and outside of a mask",
              .details = maskNote,
              .examples = {{"", "mask-grow.png"}},
              .run =
                  [](Job& job) {
-                     DS_InverserMask(job.out(), job.width(), job.height());
+                     lumivex::mask_invert(job.output);
                      spread(job.output);
                  }},
             {.name = "mask-apply",

@@ -9,25 +9,16 @@ namespace host
 {
 namespace
 {
-// A guide of one level.
-Picture guideOf(const Job& job, uint8_t level)
-{
-    Picture guide(job.width(), job.height());
-    std::fill(guide.bytes.begin(), guide.bytes.end(), level);
-    return guide;
-}
-
-// Paints a guide from one level toward another, so that dabs do not add up, and calls dabDone(guide, dab) for each.
+// Paints a guide from one level toward another, so that dabs do not add up, and calls dabDone(guide, area) for each.
 template <class DabDone>
 Picture paintGuide(const Job& job, uint8_t from, uint8_t to, DabDone dabDone)
 {
-    Picture guide = guideOf(job, from);
-    const BrushTip tip = tipOf(job);
-    Stroke stroke(Brush::colourRoot, tip, {to, to, to, job.number("opacity")}, guide.data(), job.width(), job.height(),
-                  nullptr, nullptr);
-    for (const ClippedDab& dab : dabsOf(job)) {
+    Picture guide(job.width(), job.height(), from);
+    const lumivex::BrushTip tip = tipOf(job);
+    lumivex::Stroke stroke(lumivex::Brush::colourRoot, tip, {{to, to, to}, job.number("opacity")}, guide);
+    for (const lumivex::Dab& dab : dabsOf(job)) {
         stroke.stamp(dab);
-        dabDone(guide, dab);
+        dabDone(guide, halfOpen(dab.area()));
     }
     return guide;
 }
@@ -36,17 +27,16 @@ Picture paintGuide(const Job& job, uint8_t from, uint8_t to, DabDone dabDone)
 Picture shifted(const Job& job, int32_t offset)
 {
     Picture copy = job.input;
-    IM_Brillance(copy.data(), job.in(), job.width(), job.height(), offset);
+    lumivex::brightness(copy, job.input, offset);
     return copy;
 }
 
 Picture blurred(const Job& job)
 {
     Picture copy = job.input;
-    uint32_t progress = 0;
     for (int round = 0; round < 6; ++round) {
         const Picture before = copy;
-        IM_FlouGaussien99(copy.data(), before.data(), nullptr, job.width(), job.height(), 0, &progress);
+        lumivex::gaussian_9(copy, before);
     }
     return copy;
 }
@@ -55,44 +45,36 @@ void retouch(Job& job)
 {
     const std::string& how = job.choice("how");
     const Colour ink = job.colour("colour");
-    const auto width = job.width();
-    const auto height = job.height();
-    const auto threshold = static_cast<uint8_t>(job.whole("threshold"));
-    const uint8_t invert = job.flag("invert");
+    const uint8_t threshold = job.byte("threshold");
+    const bool invert = job.flag("invert");
+    using Area = lumivex::HalfOpenRectangle;
     // Each dab's rectangle is made anew from what does not change.
-    const auto dabByDab = [&](uint8_t from, uint8_t to, auto redo) {
-        paintGuide(job, from, to, [&](const Picture& guide, const ClippedDab& dab) {
-            redo(guide.data(), dab.x + dab.left, dab.x + dab.right + 1, dab.y + dab.top, dab.y + dab.bottom + 1);
-        });
-    };
-    const auto wholeGuide = [&] { return paintGuide(job, 0, 255, [](const Picture&, const ClippedDab&) {}); };
+    const auto wholeGuide = [&] { return paintGuide(job, 0, 255, [](const Picture&, const Area&) {}); };
     if (how == "lighten" || how == "darken") {
         const Picture lighter = shifted(job, job.whole("amount"));
         const Picture darker = shifted(job, -job.whole("amount"));
-        dabByDab(128, how == "lighten" ? 255 : 0, [&](const uint8_t* guide, auto... sides) {
-            RE_Pinceau(job.out(), guide, job.in(), lighter.data(), darker.data(), width, height, sides...);
+        paintGuide(job, 128, how == "lighten" ? 255 : 0, [&](const Picture& guide, const Area& area) {
+            lumivex::retouch_tone(job.output, guide, job.input, lighter, darker, area);
         });
     } else if (how == "blur") {
         const Picture filtered = blurred(job);
-        dabByDab(0, 255, [&](const uint8_t* guide, auto... sides) {
-            RE_MaskFiltrePinceau(job.out(), filtered.data(), job.in(), guide, width, height, 0, sides...);
+        paintGuide(job, 0, 255, [&](const Picture& guide, const Area& area) {
+            lumivex::retouch_filter(job.output, filtered, job.input, guide, 0, area);
         });
     } else if (how == "colour") {
-        dabByDab(255, 0, [&](const uint8_t* guide, auto... sides) {
-            RE_PinceauFusionNB(job.out(), guide, job.in(), job.in(), job.selection(), width, height, sides..., ink.red,
-                               ink.green, ink.blue, threshold, invert == 0 ? 1 : 0, job.selectionOnly());
+        paintGuide(job, 255, 0, [&](const Picture& guide, const Area& area) {
+            lumivex::retouch_colour(job.output, guide, job.input, job.input, area, ink, threshold, !invert,
+                                    job.selection());
         });
     } else if (how == "tint") {
-        dabByDab(255, 0, [&](const uint8_t* guide, auto... sides) {
-            RE_PinceauFusionCouleur(job.out(), guide, job.in(), job.in(), job.selection(), width, height, sides...,
-                                    ink.red, ink.green, ink.blue, 0, invert, job.selectionOnly());
+        paintGuide(job, 255, 0, [&](const Picture& guide, const Area& area) {
+            lumivex::retouch_tint(job.output, guide, job.input, job.input, area, ink, invert, job.selection());
         });
     } else if (how == "wash") {
-        RE_CouleurMask(job.out(), job.in(), wholeGuide().data(), job.selection(), width, height, threshold, ink.red,
-                       ink.green, ink.blue, invert, job.selectionOnly());
+        lumivex::wash(job.output, job.input, wholeGuide(), threshold, ink, invert, job.selection());
     } else {
-        RE_TextureMask(job.out(), job.in(), job.picture("texture").data(), wholeGuide().data(), job.selection(), width,
-                       height, threshold, invert, job.selectionOnly());
+        lumivex::texture_wash(job.output, job.input, job.picture("texture"), wholeGuide(), threshold, invert,
+                              job.selection());
     }
 }
 
@@ -100,28 +82,23 @@ void retouch(Job& job)
 void changeArea(Job& job, bool grow)
 {
     const std::string& what = job.choice("what");
-    const auto [red, green, blue] = job.colour("colour");
-    const Rectangle area = rectangleOf(job, 1);
-    const uint8_t* const texture = job.picture("texture").data();
-    const uint8_t* const unpainted = grow ? nullptr : job.picture("unpainted").data();
-    const int32_t x0 = area.left, x1 = area.right + 1, y0 = area.top, y1 = area.bottom + 1;
+    const Colour colour = job.colour("colour");
+    const auto area = halfOpen(rectangleOf(job, 1));
+    const Picture& texture = job.picture("texture");
     for (int32_t i = 0; i < job.whole("steps"); ++i) {
         const Picture before = job.output;
-        uint8_t* const out = job.out();
-        const uint8_t* const in = before.data();
-        const int32_t width = job.width(), height = job.height();
         if (what == "opaque" && grow)
-            RE_Dilatation_Transparent(out, in, width, height, x0, x1, y0, y1);
+            lumivex::opaque_grow(job.output, before, area);
         else if (what == "opaque")
-            RE_Erosion_Transparent(out, in, width, height, x0, x1, y0, y1);
+            lumivex::opaque_shrink(job.output, before, area);
         else if (what == "colour" && grow)
-            RE_Dilatation_Couleur(out, in, 0, width, height, x0, x1, y0, y1, red, green, blue);
+            lumivex::colour_grow(job.output, before, area, colour);
         else if (what == "colour")
-            RE_Erosion_Couleur(out, in, unpainted, width, height, x0, x1, y0, y1, red, green, blue);
+            lumivex::colour_shrink(job.output, before, job.picture("unpainted"), area, colour);
         else if (grow)
-            RE_Dilatation_Texture(out, in, 0, texture, width, height, x0, x1, y0, y1);
+            lumivex::texture_grow(job.output, before, texture, area);
         else
-            RE_Erosion_Texture(out, in, unpainted, texture, width, height, x0, x1, y0, y1);
+            lumivex::texture_shrink(job.output, before, job.picture("unpainted"), texture, area);
     }
 }
 
@@ -137,7 +114,7 @@ std::vector<Parameter> areaParameters()
 void layers(Job& job)
 {
     Picture red = job.input, green = job.input, blue = job.input, grey = job.input;
-    RE_Layers(job.in(), red.data(), green.data(), blue.data(), grey.data(), job.width(), job.height());
+    lumivex::layers(job.input, red, green, blue, grey);
     const std::string& channel = job.choice("channel");
     job.output = channel == "red"     ? red
                  : channel == "green" ? green
@@ -199,7 +176,6 @@ Family retouchFamily()
                           {"--what texture --texture invert.png --steps 6 --unpainted scene.png", "retouch-8.png"}},
              .run = [](Job& job) { changeArea(job, false); }},
             {.name = "layers",
-             .exported = "RE_Layers",
              .summary = "Shows the channels of the picture as grey pictures",
              .parameters = {choice("channel", {"all", "red", "green", "blue", "grey"},
                                    "Which; all are shown below one another")},

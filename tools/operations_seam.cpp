@@ -1,9 +1,7 @@
 // Seam carving: resizing that keeps what stands out.
 #include "failure.h"
 #include "operation.h"
-#include "seam_carver.h"
 
-#include <atomic>
 #include <cstdlib>
 #include <utility>
 
@@ -12,12 +10,12 @@ namespace host
 namespace
 {
 // Green protects, red gives away. Masks select by alpha.
-std::vector<uint8_t> guideOf(const Job& job)
+Picture guideOf(const Job& job)
 {
-    std::vector<uint8_t> guide(job.input.bytes.size());
+    Picture guide(job.width(), job.height());
     const auto paint = [&](const char* name, size_t channel) {
-        for (size_t i = 0; i < guide.size(); i += 4)
-            guide[i + channel] = job.picture(name).bytes[i + 3];
+        for (size_t i = 0; i < guide.bytes.size(); i += 4)
+            guide.bytes[i + channel] = job.picture(name).bytes[i + 3];
     };
     paint("protect", 1);
     paint("remove", 2);
@@ -34,7 +32,7 @@ int32_t wantedSize(const Job& job, const char* name, int32_t now)
 }
 
 // Narrows the picture until nothing is left of what the guide gives away, across it where it is thinner.
-bool removeMarked(SeamCarver& carver)
+bool removeMarked(lumivex::SeamCarver& carver)
 {
     const int32_t across = carver.mostGivenAway();
     carver.transpose();
@@ -44,9 +42,9 @@ bool removeMarked(SeamCarver& carver)
     bool done = true;
     // Seams that bend round something leave a rest, which the next ones take.
     for (int32_t marked = carver.mostGivenAway(); marked > 0 && done; marked = carver.mostGivenAway()) {
-        if (marked >= carver.width())
+        if (marked >= carver.image().width)
             throw Failure("--remove: nothing would be left");
-        done = carver.setWidth(carver.width() - marked);
+        done = carver.setWidth(carver.image().width - marked);
     }
     if (sideways)
         carver.transpose();
@@ -57,10 +55,7 @@ void carve(Job& job)
 {
     const int32_t width = wantedSize(job, "width", job.width());
     const int32_t height = wantedSize(job, "height", job.height());
-    SeamCarver::Settings settings;
-    settings.preview = job.flag("preview") != 0;
-    settings.seamDone = [&] { std::atomic_ref(*job.counter()).fetch_add(1, std::memory_order_relaxed); };
-    SeamCarver carver(job.width(), job.height(), job.input.bytes, guideOf(job), settings);
+    lumivex::SeamCarver carver(job.input, guideOf(job), {.preview = job.flag("preview"), .progress = job.counter()});
 
     const int32_t marked = carver.mostGivenAway();
     if (marked == 0 && !job.has("width") && !job.has("height"))
@@ -69,8 +64,7 @@ void carve(Job& job)
     job.progress.begin("carve", static_cast<uint32_t>(seams));
     if (!removeMarked(carver) || !carver.setWidth(width) || !carver.setHeight(height))
         throw Failure("no seam is left that costs little enough: protect less, or change the size by less");
-    job.output = Picture(width, height);
-    job.output.bytes = carver.takeImage();
+    job.output = carver.takeImage();
 }
 } // namespace
 

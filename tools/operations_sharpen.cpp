@@ -17,9 +17,9 @@ struct Softening
     WindowExport blur; // none for the box, which takes a radius
 };
 
-constexpr Softening softenings[] = {{"gaussian-9", IM_FlouGaussien99},  {"gaussian-7", IM_FlouGaussien77},
-                                    {"gaussian-5", IM_FlouGaussien},    {"soft-7", IM_FlouGaussien77Plus},
-                                    {"average-5", IM_FlouGaussienPlus}, {"box", nullptr}};
+constexpr Softening softenings[] = {{"gaussian-9", lumivex::gaussian_9}, {"gaussian-7", lumivex::gaussian_7},
+                                    {"gaussian-5", lumivex::gaussian_5}, {"soft-7", lumivex::soft_7},
+                                    {"average-5", lumivex::average_5},   {"box", nullptr}};
 
 // How the softened copy is made, with what else the operation takes.
 std::vector<Parameter> withSoftening(std::vector<Parameter> others)
@@ -39,7 +39,7 @@ Picture softened(Job& job)
     const auto softening = std::find_if(std::begin(softenings), std::end(softenings),
                                         [&](const Softening& candidate) { return candidate.name == name; });
     if (softening->blur != nullptr) {
-        softening->blur(copy.data(), job.in(), nullptr, job.width(), job.height(), 0, job.counter());
+        softening->blur(copy, job.input, {}, job.counter());
         return copy;
     }
     boxBlur(copy, job.whole("radius"));
@@ -60,31 +60,29 @@ Parameter strength()
 void unsharp(Job& job)
 {
     const Picture soft = softened(job);
-    IM_Net(job.out(), job.in(), soft.data(), job.width(), job.height(), amountOf(job), job.counter());
+    lumivex::unsharp(job.output, job.input, soft, amountOf(job), job.counter());
 }
 
 void sharpen(Job& job)
 {
     const Picture soft = softened(job);
-    IM_Accentuer(job.out(), job.in(), soft.data(), job.selection(), job.width(), job.height(), amountOf(job),
-                 job.selectionOnly(), job.counter());
+    lumivex::sharpen(job.output, job.input, soft, amountOf(job), job.selection(), job.counter());
 }
 
 void highPass(Job& job)
 {
     const Picture soft = softened(job);
-    IM_HighPass(job.out(), job.in(), soft.data(), job.width(), job.height(), job.whole("amount"), job.flag("invert"),
-                job.flag("grey"), job.counter());
+    lumivex::high_pass(job.output, job.input, soft, job.whole("amount"), job.flag("invert"), job.flag("grey"),
+                       job.counter());
 }
 
 // Factors for the distance to white: 1 where the picture does not stand out from its softened copy, and smaller, which
 // is lighter, the more it does.
 std::vector<float> detailCurve(double strength, double flatContrast)
 {
-    constexpr size_t entries = 10001;
     const double flat = (100 - flatContrast) * 200;
-    std::vector<float> curve(entries, 1.0f);
-    for (size_t i = 0; i < entries && double(i) < flat; ++i)
+    std::vector<float> curve(lumivex::rampLength, 1.0f);
+    for (size_t i = 0; i < curve.size() && double(i) < flat; ++i)
         curve[i] = static_cast<float>(1 - strength * (1 - double(i) / flat));
     return curve;
 }
@@ -92,24 +90,22 @@ std::vector<float> detailCurve(double strength, double flatContrast)
 void detail(Job& job)
 {
     const Picture soft = softened(job);
-    const LabCube& cube = labCube(job.progress);
-    const RgbGrid& grid = rgbGrid(job.progress);
-    constexpr size_t unlifted = 122 << 16 | 122 << 8 | 122; // the grey that no difference is lifted to
+    const lumivex::LabCube& cube = labCube(job.progress);
+    const lumivex::RgbGrid& grid = rgbGrid(job.progress);
+    const size_t unlifted = lumivex::LabCube::index({122, 122, 122}); // the grey that no difference is lifted to
     const std::vector<float> curve = detailCurve(job.number("strength") / 100, cube.lightness[unlifted]);
     job.progress.begin("detail");
-    IM_Detail(job.out(), job.in(), soft.data(), curve.data(), cube.lightness.get(), cube.a.get(), cube.b.get(),
-              grid.red.get(), grid.green.get(), grid.blue.get(), job.selection(), job.width(), job.height(), 0,
-              job.selectionOnly(), job.counter());
+    lumivex::detail(job.output, job.input, soft, curve, cube, grid, job.selection(), job.counter());
 }
 
 void labErosion(Job& job)
 {
-    const LabCube& cube = labCube(job.progress);
+    const lumivex::LabCube& cube = labCube(job.progress);
     std::vector<float> lab(job.input.bytes.size());
-    IM_GetLab(job.in(), lab.data(), job.width(), job.height(), job.counter());
+    const lumivex::LabView view(lab, job.width(), job.height());
+    lumivex::lab_image(job.input, view, job.counter());
     job.progress.begin("erode-lab");
-    IM_ErosionLAB_AB(job.out(), job.in(), lab.data(), cube.a.get(), cube.b.get(), job.selection(), job.width(),
-                     job.height(), job.selectionOnly(), job.counter());
+    lumivex::erode_lab(job.output, job.input, view, cube.a, cube.b, job.selection(), job.counter());
 }
 
 void edgeMap(Job& job)
@@ -117,16 +113,15 @@ void edgeMap(Job& job)
     const Colour flat = job.colour("areas");
     const Colour edge = job.colour("edges");
     const Interruption interruption;
-    IM_Contour(job.out(), job.in(), job.selection(), job.width(), job.height(), flat.red, flat.green, flat.blue,
-               edge.red, edge.green, edge.blue, static_cast<uint8_t>(job.whole("threshold")), job.flag("invert"),
-               job.selectionOnly(), job.counter(), interruption.stopByte());
+    lumivex::edge_map(job.output, job.input, flat, edge, job.byte("threshold"), job.flag("invert"), job.selection(),
+                      job.counter(), interruption.stop());
     if (interruption.happened())
-        throw Failure("stopped; nothing is written");
+        throw Stopped("stopped; nothing is written");
 }
 
-Operation cross(const char* name, const char* exported, const char* summary, WindowExport function)
+Operation cross(const char* name, const char* summary, WindowExport function)
 {
-    return windowOperation(name, exported, summary, "The outermost pixels stay as they are.", function);
+    return windowOperation(name, summary, "The outermost pixels stay as they are.", function);
 }
 } // namespace
 
@@ -137,14 +132,12 @@ Family sharpeningFamily()
         "Sharpening, morphology, edges",
         {
             {.name = "unsharp",
-             .exported = "IM_Net",
              .summary = "Adds the difference from a softened copy, which sharpens",
              .parameters = withSoftening({strength()}),
              .closeUp = true,
              .examples = {{"--strength 1"}, {"--strength 3 --blur gaussian-5"}},
              .run = unsharp},
             {.name = "sharpen",
-             .exported = "IM_Accentuer",
              .summary = "The same, where the picture is selected",
              .parameters = withSoftening({strength()}),
              .selecting = Selecting::byExport,
@@ -152,7 +145,6 @@ Family sharpeningFamily()
                           {"--strength -1 --blur box --radius 12 --selection selection.png"}},
              .run = sharpen},
             {.name = "high-pass",
-             .exported = "IM_HighPass",
              .summary = "Shows what a picture has over its softened copy",
              .parameters = withSoftening(
                  {whole("amount", -1000, 1000, 55,
@@ -161,14 +153,10 @@ Family sharpeningFamily()
              .examples = {{"--amount 55"}, {"--amount 75 --invert --grey"}, {"--amount 25 --blur box --radius 20"}},
              .run = highPass},
             {.name = "shift",
-             .exported = "IM_Decal",
              .summary = "Makes the picture lighter or darker, and reports progress",
              .parameters = {whole("offset", -255, 255, 40, "Added to every colour level")},
              .examples = {{"--offset -50"}},
-             .run =
-                 [](Job& job) {
-                     IM_Decal(job.out(), job.in(), job.width(), job.height(), job.whole("offset"), job.counter());
-                 }},
+             .run = [](Job& job) { lumivex::shift(job.output, job.input, job.whole("offset"), job.counter()); }},
             {.name = "detail",
              .exported = "IM_Detail, IM_SetDataLab, IM_SetDataRGB",
              .summary = "Lightens what stands out from a softened copy, in L*a*b*",
@@ -178,7 +166,6 @@ Family sharpeningFamily()
              .examples = {{"--strength 60"}, {"--strength 60 --blur box --radius 20"}},
              .run = detail},
             {.name = "threshold-grey",
-             .exported = "IM_Seuil",
              .summary = "Black and white by the mean of the three colours",
              .details = "The two outermost rows and columns stay as they are.",
              .parameters = {whole("threshold", 0, 256, 128,
@@ -187,13 +174,11 @@ Family sharpeningFamily()
              .examples = {{"--threshold 128"}, {"--threshold 90 --selection selection.png"}},
              .run =
                  [](Job& job) {
-                     IM_Seuil(job.out(), job.in(), job.selection(), job.width(), job.height(), job.whole("threshold"),
-                              job.selectionOnly(), job.counter());
+                     lumivex::threshold_grey(job.output, job.input, job.whole("threshold"), job.selection(),
+                                             job.counter());
                  }},
-            cross("erode", "IM_ErosionRGB", "Darkens pixels by what their lightest neighbour has over them",
-                  IM_ErosionRGB),
-            cross("dilate", "IM_DilatationRGB",
-                  "Lightens pixels by half of what their lightest neighbour has over them", IM_DilatationRGB),
+            cross("erode", "Darkens pixels by what their lightest neighbour has over them", lumivex::erode),
+            cross("dilate", "Lightens pixels by half of what their lightest neighbour has over them", lumivex::dilate),
             {.name = "erode-lab",
              .exported = "IM_ErosionLAB_AB, IM_GetLab, IM_SetDataLab",
              .summary = "Erodes the colour axes of L*a*b*, which turns nearly everything to the coldest colours",
@@ -202,7 +187,6 @@ Family sharpeningFamily()
              .examples = {{""}, {"--selection selection.png"}},
              .run = labErosion},
             {.name = "edge-map",
-             .exported = "IM_Contour",
              .summary = "Edges and areas in two colours",
              .details = "The outermost pixels stay as they are. Ctrl-C stops it between two rows; OUT stays as it was.",
              .parameters = {whole("threshold", 0, 255, 40, "Steeper than this is an edge"),

@@ -1,9 +1,7 @@
 // Operations from pictures to curves: thresholds, edges, thinning, tracing, paths.
 #include "drawing.h"
 #include "failure.h"
-#include "lumivex.h"
 #include "operation.h"
-#include "outline_tracer.h"
 
 #include <algorithm>
 #include <cmath>
@@ -33,9 +31,9 @@ void repeat(Job& job, int32_t count, Round round)
     }
 }
 
-void thinMap(Job& job, decltype(&MORPH_Thinning) thin, int32_t count)
+void thinMap(Job& job, decltype(lumivex::thin_white)* thin, int32_t count)
 {
-    repeat(job, count, [&] { thin(job.out(), job.width(), job.height(), job.counter()); });
+    repeat(job, count, [&] { thin(job.output, job.counter()); });
 }
 
 // What makes a two-level map of a picture.
@@ -51,18 +49,15 @@ std::vector<Parameter> withMap(std::vector<Parameter> others)
     return all;
 }
 
-void makeColourMap(Job& job, int32_t tolerance)
+void makeColourMap(Job& job)
 {
-    const Colour colour = job.colour("colour");
-    TRACE_Seuil(job.out(), job.width(), job.height(), colour.red, colour.green, colour.blue,
-                static_cast<uint8_t>(tolerance), job.flag("invert"));
+    lumivex::threshold(job.output, job.colour("colour"), job.byte("threshold"), job.flag("invert"));
 }
 
 // The outermost pixels, which the export leaves, become outside too.
 void makeEdgeMap(Job& job)
 {
-    TRACE_Contour(job.out(), job.width(), job.height(), static_cast<uint8_t>(job.whole("threshold")),
-                  job.flag("invert"), job.counter());
+    lumivex::edges(job.output, job.byte("threshold"), job.flag("invert"), job.counter());
     for (int32_t y = 0; y < job.height(); ++y)
         for (int32_t x = 0; x < job.width(); ++x)
             if (x == 0 || y == 0 || x == job.width() - 1 || y == job.height() - 1)
@@ -75,62 +70,62 @@ void makeWhiteMap(Job& job)
     for (size_t i = 0; i < job.output.bytes.size(); i += 4) {
         const uint8_t* const p = &job.input.bytes[i];
         const bool white = p[0] + p[1] + p[2] >= 3 * 128;
-        std::fill_n(&job.output.bytes[i], 3, white != (job.flag("invert") != 0) ? uint8_t{255} : uint8_t{0});
+        std::fill_n(&job.output.bytes[i], 3, white != job.flag("invert") ? uint8_t{255} : uint8_t{0});
     }
 }
 
-Outlines outlinesOf(Job& job)
+lumivex::Outlines outlinesOf(Job& job)
 {
     const std::string& by = job.choice("by");
     const int32_t count = job.whole("thin");
-    auto channel = MapChannel::green;
-    auto thin = &MORPH_ThinningJaune;
+    auto channel = lumivex::MapChannel::green;
+    auto thin = &lumivex::thin_yellow;
     if (by == "colour") {
-        makeColourMap(job, job.whole("threshold"));
+        makeColourMap(job);
     } else if (by == "edges") {
         makeEdgeMap(job);
     } else if (by == "blue") {
-        TRACE_SeuilBleu(job.out(), job.width(), job.height());
+        lumivex::threshold_blue(job.output);
     } else if (by == "white") {
         makeWhiteMap(job);
-        channel = MapChannel::blue;
-        thin = &MORPH_Thinning;
+        channel = lumivex::MapChannel::blue;
+        thin = &lumivex::thin_white;
     } else {
         // Black then means empty for editors that look at colours.
-        TRACE_NoirPlusUn(job.out(), job.width(), job.height());
-        channel = MapChannel::alpha;
+        lumivex::black_plus_one(job.output);
+        channel = lumivex::MapChannel::alpha;
     }
-    if (channel == MapChannel::alpha && count != 0)
+    if (channel == lumivex::MapChannel::alpha && count != 0)
         throw Failure("--thin: transparency is not thinned; --by white takes a mask");
     thinMap(job, thin, count);
     job.progress.begin("outlines");
-    return OutlineTracer(job.width(), job.height()).trace(job.output.data(), channel, job.whole("smooth"));
+    const auto smoothing = static_cast<lumivex::Smoothing>(job.whole("smooth"));
+    return lumivex::OutlineTracer(job.width(), job.height()).trace(job.output, channel, smoothing);
 }
 
 void trace(Job& job)
 {
-    const Outlines outlines = outlinesOf(job);
+    const lumivex::Outlines outlines = outlinesOf(job);
     const double error = job.number("error");
     const double handle = job.number("handle");
-    std::vector<std::vector<CurveSegment>> curves;
+    std::vector<std::vector<lumivex::CurveSegment>> curves;
     size_t segments = 0;
     size_t points = 0;
-    for (const Outline& outline : outlines.all) {
-        curves.push_back(fitCurves(outline, handle, error));
+    for (const lumivex::Outline& outline : outlines.all) {
+        curves.push_back(lumivex::curvesRound(outline, handle, error));
         points += outline.size();
         segments += curves.back().size();
     }
-    DrawingStyle style{.colour = job.colour("paint"),
-                       .fill = job.flag("fill") != 0 || job.flag("stroke") == 0,
-                       .stroke = job.flag("stroke") != 0};
-    if (job.flag("over-picture") != 0)
+    DrawingStyle style{
+        .colour = job.colour("paint"), .fill = job.flag("fill") || !job.flag("stroke"), .stroke = job.flag("stroke")};
+    if (job.flag("over-picture"))
         style.backdrop = &job.input;
     job.drawing = drawingOf(curves, outlines.framed, job.width(), job.height(), style);
     job.report = std::to_string(outlines.all.size()) + " outlines, " + std::to_string(points) + " points, " +
                  std::to_string(segments) + " segments\n";
 }
 
-void dot(Picture& picture, OutlinePoint point)
+void dot(Picture& picture, lumivex::Point point)
 {
     constexpr int32_t radius = 2;
     const auto x = static_cast<int32_t>(point.x);
@@ -143,16 +138,16 @@ void dot(Picture& picture, OutlinePoint point)
 
 void path(Job& job)
 {
-    Outlines outlines = outlinesOf(job);
+    lumivex::Outlines outlines = outlinesOf(job);
     std::sort(outlines.all.begin(), outlines.all.end(),
-              [](const Outline& a, const Outline& b) { return a.size() > b.size(); });
+              [](const lumivex::Outline& a, const lumivex::Outline& b) { return a.size() > b.size(); });
     const auto number = static_cast<size_t>(job.whole("outline"));
     if (number > outlines.all.size())
         throw Failure("--outline: there are " + std::to_string(outlines.all.size()));
-    const Outline& outline = outlines.all[number - 1];
+    const lumivex::Outline& outline = outlines.all[number - 1];
     job.output = job.input;
     char line[64];
-    for (const OutlinePoint& point : pointsAlong(outline, job.number("step"))) {
+    for (const lumivex::Point& point : lumivex::pointsAlong(outline, job.number("step"))) {
         dot(job.output, point);
         std::snprintf(line, sizeof line, "%.2f %.2f\n", double{point.x}, double{point.y});
         job.report += line;
@@ -162,13 +157,13 @@ void path(Job& job)
 struct ThinningKind
 {
     const char* name;
-    decltype(&MORPH_Thinning) thin; // none for colours
+    decltype(lumivex::thin_white)* thin; // none for colours
 };
 
-constexpr ThinningKind thinnings[] = {{"white", MORPH_Thinning},
-                                      {"yellow", MORPH_ThinningJaune},
-                                      {"black", MORPH_ThinningInverse},
-                                      {"black-on-yellow", MORPH_ThinningInverseJaune},
+constexpr ThinningKind thinnings[] = {{"white", lumivex::thin_white},
+                                      {"yellow", lumivex::thin_yellow},
+                                      {"black", lumivex::thin_black},
+                                      {"black-on-yellow", lumivex::thin_black_on_yellow},
                                       {"colours", nullptr}};
 
 void thin(Job& job)
@@ -182,11 +177,8 @@ void thin(Job& job)
     }
     const Colour ground = job.colour("ground");
     const Colour line = job.colour("colour");
-    const bool gated = job.flag("opaque-only") != 0;
-    repeat(job, job.whole("thin"), [&] {
-        MORPH_ThinningCouleur(job.out(), 0, gated ? job.in() : nullptr, job.width(), job.height(), ground.red,
-                              ground.green, ground.blue, line.red, line.green, line.blue, gated ? 1 : 0, job.counter());
-    });
+    const auto gate = job.flag("opaque-only") ? lumivex::OptionalPicture(job.input) : lumivex::OptionalPicture();
+    repeat(job, job.whole("thin"), [&] { lumivex::thin_colours(job.output, ground, line, gate, job.counter()); });
 }
 
 Parameter smoothing()
@@ -205,21 +197,18 @@ Family traceFamily()
         "Tracing: from pictures to curves",
         {
             {.name = "threshold",
-             .exported = "TRACE_Seuil",
              .summary = "A two-level map of what is like a colour",
              .parameters = {colour("colour", "ffffff", "The colour"),
                             whole("threshold", 0, 255, 90, "Less than this in each channel is alike"),
                             flag("invert", "Exchange inside and outside")},
              .selecting = Selecting::none,
              .examples = {{"--colour 2e6024 --threshold 60"}, {"--colour ffffff --threshold 90 --invert"}},
-             .run = [](Job& job) { makeColourMap(job, job.whole("threshold")); }},
+             .run = makeColourMap},
             {.name = "threshold-blue",
-             .exported = "TRACE_SeuilBleu",
              .summary = "A two-level map of what has a blue of 255",
              .selecting = Selecting::none,
-             .run = [](Job& job) { TRACE_SeuilBleu(job.out(), job.width(), job.height()); }},
+             .run = [](Job& job) { lumivex::threshold_blue(job.output); }},
             {.name = "edges",
-             .exported = "TRACE_Contour",
              .summary = "A two-level map of edges",
              .parameters = {whole("threshold", 0, 255, 80, "Steeper than this is an edge"),
                             flag("invert", "Exchange inside and outside")},

@@ -12,14 +12,14 @@ namespace
 // What restricts a stroke, as the exports take it.
 struct StrokeTest
 {
-    uint8_t used;
-    uint8_t wantTransparent;
+    lumivex::OptionalPicture picture;
+    bool wantTransparent;
 };
 
 StrokeTest strokeTest(const Job& job)
 {
     const std::string& only = job.choice("only");
-    return {static_cast<uint8_t>(only != "all"), static_cast<uint8_t>(only == "transparent")};
+    return {only == "all" ? lumivex::OptionalPicture() : job.input, only == "transparent"};
 }
 
 std::vector<Parameter> strokeParameters(std::vector<Parameter> others)
@@ -33,41 +33,36 @@ void paintAlpha(Job& job)
 {
     const Picture stroke = maskPicture(job.picture("stroke"));
     const StrokeTest test = strokeTest(job);
-    const Rectangle area = rectangleOf(job);
-    const auto alpha = static_cast<uint8_t>(job.whole("alpha"));
+    const lumivex::InclusiveRectangle area = rectangleOf(job);
+    const uint8_t alpha = job.byte("alpha");
     if (alpha == 255)
-        PA_Opaque(stroke.data(), job.out(), job.in(), job.width(), job.height(), area.left, area.right, area.top,
-                  area.bottom, test.used, test.wantTransparent);
+        lumivex::paint_opaque(stroke, job.output, area, test.wantTransparent, test.picture);
     else
-        PA_Transparent(stroke.data(), job.out(), job.in(), alpha, job.width(), job.height(), area.left, area.right,
-                       area.top, area.bottom, test.used, test.wantTransparent);
+        lumivex::paint_alpha(stroke, job.output, alpha, area, test.wantTransparent, test.picture);
 }
 
 void clone(Job& job)
 {
     const Picture stroke = maskPicture(job.picture("stroke"));
     const StrokeTest test = strokeTest(job);
-    const Rectangle area = rectangleOf(job);
+    const lumivex::InclusiveRectangle area = rectangleOf(job);
     const Point offset = placeOf(job, "offset");
-    PA_Copie(stroke.data(), job.in(), job.out(), job.in(), static_cast<uint8_t>(job.whole("opacity")), job.width(),
-             job.height(), area.left, area.right, area.top, area.bottom, test.used, test.wantTransparent,
-             static_cast<int32_t>(offset.x), static_cast<int32_t>(offset.y));
+    lumivex::clone(stroke, job.input, job.output, job.byte("opacity"), area, test.wantTransparent,
+                   static_cast<int32_t>(offset.x), static_cast<int32_t>(offset.y), test.picture);
 }
 
 void restore(Job& job)
 {
     const Picture guide = maskPicture(job.picture("guide"));
-    const Rectangle area = rectangleOf(job);
-    RE_Root2Trans(job.out(), job.picture("original").data(), guide.data(), job.width(), job.height(), area.left,
-                  area.right + 1, area.top, area.bottom + 1);
+    const lumivex::InclusiveRectangle area = rectangleOf(job);
+    lumivex::restore(job.output, job.picture("original"), guide, halfOpen(area));
 }
 
 void alphaFromMask(Job& job)
 {
     const Picture grey = maskPicture(job.picture("mask"));
-    const Rectangle area = rectangleOf(job);
-    RE_Black2Trans(job.out(), grey.data(), job.width(), job.height(), area.left, area.right + 1, area.top,
-                   area.bottom + 1);
+    const lumivex::InclusiveRectangle area = rectangleOf(job);
+    lumivex::alpha_from_mask(job.output, grey, halfOpen(area));
 }
 
 // Opacity along a fade, from entry 255 at its start to entry 0 at its end.
@@ -95,11 +90,7 @@ Parameter profileChoice()
 // The gradients always look at a selection.
 Picture selectionOrAll(const Job& job)
 {
-    if (job.selectionPicture)
-        return *job.selectionPicture;
-    Picture all(job.width(), job.height());
-    std::fill(all.bytes.begin(), all.bytes.end(), uint8_t{255});
-    return all;
+    return job.selectionPicture ? *job.selectionPicture : Picture(job.width(), job.height(), 255);
 }
 
 void fadeLinear(Job& job)
@@ -121,17 +112,17 @@ void fadeLinear(Job& job)
     const bool upward = dy < 0;
     const double perPixel = (upward ? -1 : 1) / (dx * dx + dy * dy);
     const Picture selection = selectionOrAll(job);
-    TRA_ImageLineaire(job.out(), selection.data(), profileOf(job).data(), upward ? 1 : 0, job.width(), job.height(),
-                      static_cast<float>(from.x), static_cast<float>(from.y), static_cast<float>(-dx / dy),
-                      static_cast<float>(dx * perPixel), static_cast<float>(dy * perPixel));
+    lumivex::fade_linear(job.output, selection, profileOf(job), upward, static_cast<float>(from.x),
+                         static_cast<float>(from.y), static_cast<float>(-dx / dy), static_cast<float>(dx * perPixel),
+                         static_cast<float>(dy * perPixel));
 }
 
 void fadeRadial(Job& job)
 {
     const Point centre = placeOf(job, "centre");
     const Picture selection = selectionOrAll(job);
-    TRA_ImageRadial(job.out(), selection.data(), profileOf(job).data(), job.width(), job.height(),
-                    static_cast<float>(centre.x), static_cast<float>(centre.y), job.number("radius"));
+    lumivex::fade_radial(job.output, selection, profileOf(job), static_cast<float>(centre.x),
+                         static_cast<float>(centre.y), job.number("radius"));
 }
 } // namespace
 
@@ -142,7 +133,6 @@ Family transparencyFamily()
         "Transparency, colour keys, fades",
         {
             {.name = "alpha-from-grey",
-             .exported = "RE_TransparenceMask",
              .summary = "Makes the picture as opaque as it is light",
              .details = "The offset does not count under a selection.",
              .parameters = {whole("offset", 0, 255, 0, "Added to alpha"), flag("invert", "As opaque as it is dark")},
@@ -150,90 +140,64 @@ Family transparencyFamily()
              .examples = {{""}, {"--invert --offset 60"}, {"--invert --selection selection.png"}},
              .run =
                  [](Job& job) {
-                     RE_TransparenceMask(job.out(), job.in(), job.in(), job.selection(), job.width(), job.height(),
-                                         static_cast<uint8_t>(job.whole("offset")), job.flag("invert"),
-                                         job.selectionOnly());
+                     lumivex::alpha_from_grey(job.output, job.input, job.input, job.byte("offset"), job.flag("invert"),
+                                              job.selection());
                  }},
             {.name = "alpha-from-mask",
-             .exported = "RE_Black2Trans",
              .summary = "Makes the picture as opaque as a mask is light",
              .parameters = withCorners({mask("mask", "The mask")}),
              .selecting = Selecting::none,
              .examples = {{"--mask selection.png"}, {"--mask mask-soften.png"}},
              .run = alphaFromMask},
             {.name = "grey-from-alpha",
-             .exported = "RE_Trans2Black",
              .summary = "Shows alpha as grey",
              .selecting = Selecting::none,
              .examples = {{"", "alpha-from-grey-2.png"}},
-             .run = [](Job& job) { RE_Trans2Black(job.out(), job.in(), job.width(), job.height()); }},
+             .run = [](Job& job) { lumivex::grey_from_alpha(job.output, job.input); }},
             {.name = "white-to-alpha",
-             .exported = "RE_White2Trans",
              .summary = "Makes pure white transparent",
              .selecting = Selecting::none,
              .examples = {{"", "select-colour.png"}},
-             .run = [](Job& job) { RE_White2Trans(job.out(), job.width(), job.height()); }},
+             .run = [](Job& job) { lumivex::white_to_alpha(job.output); }},
             {.name = "set-alpha",
-             .exported = "RE_SetTransparence",
              .summary = "Gives every pixel the same alpha",
              .parameters = {whole("alpha", 0, 255, 128, "0 is transparent, 255 opaque")},
              .selecting = Selecting::none,
              .examples = {{"--alpha 110"}},
-             .run =
-                 [](Job& job) {
-                     RE_SetTransparence(job.out(), job.width(), job.height(), static_cast<uint8_t>(job.whole("alpha")));
-                 }},
+             .run = [](Job& job) { lumivex::set_alpha(job.output, job.byte("alpha")); }},
             {.name = "opaque",
-             .exported = "DS_EffacerTransparent",
              .summary = "Makes every pixel opaque",
              .selecting = Selecting::none,
              .examples = {{"", "alpha-from-grey.png"}},
-             .run = [](Job& job) { DS_EffacerTransparent(job.out(), job.width(), job.height()); }},
+             .run = [](Job& job) { lumivex::opaque(job.output); }},
             {.name = "invert-alpha",
-             .exported = "DS_InverserTransparent",
              .summary = "Exchanges transparent and opaque",
              .selecting = Selecting::none,
              .examples = {{"", "alpha-from-mask.png"}},
-             .run = [](Job& job) { DS_InverserTransparent(job.out(), job.width(), job.height()); }},
+             .run = [](Job& job) { lumivex::invert_alpha(job.output); }},
             {.name = "fill",
-             .exported = "DS_SetColorData",
              .summary = "Fills the picture with a colour and keeps alpha",
              .parameters = {colour("colour", "2f6f73", "The colour")},
              .examples = {{"--selection selection.png"}, {"", "alpha-from-grey.png"}},
-             .run =
-                 [](Job& job) {
-                     const auto [red, green, blue] = job.colour("colour");
-                     DS_SetColorData(job.out(), job.width(), job.height(), red, green, blue);
-                 }},
+             .run = [](Job& job) { lumivex::fill(job.output, job.colour("colour")); }},
             {.name = "take-colours",
-             .exported = "DS_SetAlphaData",
              .summary = "Takes the colours of another picture and keeps alpha",
              .parameters = {picture("other", "The picture with the colours")},
              .selecting = Selecting::none,
              .examples = {{"--other invert.png", "alpha-from-mask.png"}},
-             .run =
-                 [](Job& job) { DS_SetAlphaData(job.picture("other").data(), job.out(), job.width(), job.height()); }},
+             .run = [](Job& job) { lumivex::take_colours(job.picture("other"), job.output); }},
             {.name = "take-alpha",
-             .exported = "DS_TransfertAlpha",
              .summary = "Takes the alpha of another picture and keeps the colours",
              .parameters = {picture("other", "The picture with the alpha")},
              .selecting = Selecting::none,
              .examples = {{"--other alpha-from-mask.png", "invert.png"}},
-             .run =
-                 [](Job& job) {
-                     DS_TransfertAlpha(job.picture("other").data(), job.out(), job.width(), job.height());
-                 }},
+             .run = [](Job& job) { lumivex::take_alpha(job.picture("other"), job.output); }},
             {.name = "fill-outside",
-             .exported = "DS_TransfertDataSelected",
              .summary = "Takes the colours of another picture outside a mask",
              .parameters = {picture("other", "The picture with the colours"), mask("mask", "What stays")},
              .selecting = Selecting::none,
              .examples = {{"--other invert.png --mask selection.png"}},
-             .run =
-                 [](Job& job) {
-                     DS_TransfertDataSelected(job.picture("mask").data(), job.picture("other").data(), job.out(),
-                                              job.width(), job.height());
-                 }},
+             .run = [](Job& job) { lumivex::fill_outside(job.picture("mask"), job.picture("other"), job.output); }},
             {.name = "paint-alpha",
              .exported = "PA_Transparent, PA_Opaque",
              .summary = "Paints alpha under a stroke",
@@ -244,7 +208,6 @@ Family transparencyFamily()
                           {"--stroke selection.png --alpha 255", "alpha-from-grey.png"}},
              .run = paintAlpha},
             {.name = "clone",
-             .exported = "PA_Copie",
              .summary = "Paints with the picture itself from another place",
              .parameters = strokeParameters({place("offset", "60,40", "From the place copied to the place painted"),
                                              whole("opacity", 0, 255, 255, "Of the copy")}),
@@ -253,7 +216,6 @@ Family transparencyFamily()
                           {"--stroke selection.png --offset -150,0 --opacity 150"}},
              .run = clone},
             {.name = "restore",
-             .exported = "RE_Root2Trans",
              .summary = "Brings the original back where a guide is dark, alpha included",
              .parameters = withCorners(
                  {picture("original", "The picture before the edit"), mask("guide", "Light where the edit stays")}),
@@ -262,7 +224,6 @@ Family transparencyFamily()
                           {"--original alpha-from-grey.png --guide mask-soften.png", "invert.png"}},
              .run = restore},
             {.name = "fade-linear",
-             .exported = "TRA_ImageLineaire",
              .summary = "Fades along the way from one place to another",
              .parameters = {place("from", "0,0", "Where the fade starts"), place("to", "300,200", "Where it ends"),
                             profileChoice()},
@@ -272,7 +233,6 @@ Family transparencyFamily()
                           {"--from 200,0 --to 760,0 --profile dip --selection selection.png"}},
              .run = fadeLinear},
             {.name = "fade-radial",
-             .exported = "TRA_ImageRadial",
              .summary = "Fades round a centre",
              .parameters = {place("centre", "100,100", "The centre"),
                             number("radius", 0.001, 1e6, 300, "Where the fade ends"), profileChoice()},

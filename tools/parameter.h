@@ -1,6 +1,8 @@
 // What an operation can be told: name, kind, range, default, help. Command line, help and gallery read it from here.
 #pragma once
 
+#include "lumivex/views.hpp"
+
 #include <cstdint>
 #include <string>
 #include <vector>
@@ -9,12 +11,7 @@ namespace host
 {
 enum class Kind { whole, number, choice, colour, points, flag, picture, mask, anyMask };
 
-struct Colour
-{
-    uint8_t red;
-    uint8_t green;
-    uint8_t blue;
-};
+using lumivex::Colour;
 
 struct Point
 {

@@ -1,31 +1,21 @@
-// A picture in memory as the library wants it: packed rows of blue, green, red, alpha.
+// What the host does with pictures in memory besides the library.
 #pragma once
+
+#include "lumivex.hpp"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
-#include <vector>
 
 namespace host
 {
-struct Picture
+using lumivex::Picture;
+
+inline std::string sizeOf(const Picture& picture)
 {
-    int32_t width = 0;
-    int32_t height = 0;
-    std::vector<uint8_t> bytes;
-
-    Picture() = default;
-    Picture(int32_t columns, int32_t rows)
-        : width(columns), height(rows), bytes(static_cast<size_t>(columns) * static_cast<size_t>(rows) * 4)
-    {
-    }
-
-    uint8_t* data() { return bytes.data(); }
-    const uint8_t* data() const { return bytes.data(); }
-    bool sameSize(const Picture& other) const { return width == other.width && height == other.height; }
-    std::string size() const { return std::to_string(width) + " x " + std::to_string(height); }
-};
+    return lumivex::ConstPictureView(picture).sizeText();
+}
 
 // Columns from `first` up to `end` of a picture of the same size.
 inline void copyColumns(Picture& picture, const Picture& from, int32_t first, int32_t end)

@@ -1,11 +1,13 @@
 // Watches the counter that the library fills and draws a bar on the terminal when the work is long.
 #pragma once
 
-#include <condition_variable>
+#include "lumivex/progress.hpp"
+
+#include <chrono>
 #include <cstdint>
 #include <mutex>
+#include <optional>
 #include <string>
-#include <thread>
 
 namespace host
 {
@@ -20,19 +22,17 @@ public:
 
     // Starts a stage of the work. full is the count that stands for all of it: most exports count percent, some steps.
     void begin(std::string stage, uint32_t full = 100);
-    uint32_t* counter() { return &count; }
+    lumivex::Progress* counter() { return &count; }
 
 private:
-    void watch();
-    void draw(uint32_t done);
+    void look(uint32_t done);
 
-    alignas(4) uint32_t count = 0;
+    lumivex::Progress count;
     std::mutex mutex;
-    std::condition_variable change;
     std::string label;
     uint32_t fullCount = 100;
-    uint32_t stageNumber = 0;
-    bool finished = false;
-    std::thread watcher;
+    std::chrono::steady_clock::time_point start;
+    bool drawn = false;
+    std::optional<lumivex::ProgressWatch> watch;
 };
 } // namespace host

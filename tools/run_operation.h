@@ -8,6 +8,14 @@
 
 namespace host
 {
-// The arguments are those after the operation's name. Returns the text for standard output: a report, or the help.
-std::string runOperation(const Operation& operation, const std::vector<std::string>& arguments);
+struct Outcome
+{
+    // For standard output: a report, or the help.
+    std::string text;
+    // Some of several inputs failed, which standard error has been told.
+    bool failed = false;
+};
+
+// The arguments are those after the operation's name.
+Outcome runOperation(const Operation& operation, const std::vector<std::string>& arguments);
 } // namespace host

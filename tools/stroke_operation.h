@@ -3,13 +3,12 @@
 
 #include "job.h"
 #include "operation.h"
-#include "stroke.h"
 
 namespace host
 {
 // The parameters of a stroke and the tip of its brush, after others.
 std::vector<Parameter> withStroke(std::vector<Parameter> others);
-BrushTip tipOf(const Job& job);
+lumivex::BrushTip tipOf(const Job& job);
 // By default the stroke waves across the picture.
-std::vector<ClippedDab> dabsOf(const Job& job);
+std::vector<lumivex::Dab> dabsOf(const Job& job);
 } // namespace host

@@ -2,7 +2,6 @@
 #include "tone_curve.h"
 
 #include "failure.h"
-#include "lumivex.h"
 
 #include <algorithm>
 #include <cmath>
@@ -51,13 +50,9 @@ private:
 };
 } // namespace
 
-const std::vector<uint8_t>& curveFamily()
+const lumivex::CurveFamily& curveFamily()
 {
-    static const std::vector<uint8_t> family = [] {
-        std::vector<uint8_t> table(256 * 256);
-        IM_SetDataCourbe(table.data(), 0);
-        return table;
-    }();
+    static const lumivex::CurveFamily family;
     return family;
 }
 

@@ -1,6 +1,7 @@
 // Curves as users edit them, by a few points, and what the library takes for them.
 #pragma once
 
+#include "lumivex/tables.hpp"
 #include "parameter.h"
 
 #include <array>
@@ -8,8 +9,8 @@
 
 namespace host
 {
-// 256 * 256 bytes, built once.
-const std::vector<uint8_t>& curveFamily();
+// Built once.
+const lumivex::CurveFamily& curveFamily();
 
 // For each level the row of the curve family that comes nearest to the curve through the points. Fails when two points
 // stand at the same level, or one outside 0..255.

@@ -40,7 +40,8 @@ Picture decodeJpeg(std::span<const uint8_t> file)
         throw Failure(tjGetErrorStr2(handle.get()));
     Picture picture = makePicture(static_cast<uint64_t>(width), static_cast<uint64_t>(height));
     // A file cut short is only a warning there, with grey in place of what is missing. Here it is an error.
-    if (tjDecompress2(handle.get(), file.data(), file.size(), picture.data(), width, 0, height, TJPF_BGRA, 0) != 0)
+    if (tjDecompress2(handle.get(), file.data(), file.size(), picture.bytes.data(), width, 0, height, TJPF_BGRA, 0) !=
+        0)
         throw Failure(tjGetErrorStr2(handle.get()));
     return picture;
 }
@@ -50,8 +51,8 @@ Bytes encodeJpeg(const Picture& picture)
     const Handle handle = checked(tjInitCompress());
     unsigned char* memory = nullptr;
     unsigned long size = 0;
-    const int status = tjCompress2(handle.get(), picture.data(), picture.width, 0, picture.height, TJPF_BGRA, &memory,
-                                   &size, subsampling, quality, 0);
+    const int status = tjCompress2(handle.get(), picture.bytes.data(), picture.width, 0, picture.height, TJPF_BGRA,
+                                   &memory, &size, subsampling, quality, 0);
     const std::unique_ptr<unsigned char, Free> owner(memory);
     if (status != 0)
         throw Failure(std::string("cannot make a JPEG: ") + tjGetErrorStr2(handle.get()));

@@ -4,7 +4,7 @@
 #include "failure.h"
 #include "files/codecs.h"
 #include "files/output_file.h"
-#include "lumivex.h"
+#include "lumivex.hpp"
 
 #include <algorithm>
 #include <cctype>
@@ -62,13 +62,19 @@ std::string extensionOf(const std::filesystem::path& path)
     return extension;
 }
 
-Encoder encoderFor(const std::filesystem::path& path)
+// None for a name that says no format.
+Encoder encoderOf(const std::filesystem::path& path)
 {
     const std::string extension = extensionOf(path);
     if (extension == ".png")
         return encodePng;
-    if (extension == ".jpg" || extension == ".jpeg")
-        return encodeJpeg;
+    return extension == ".jpg" || extension == ".jpeg" ? encodeJpeg : nullptr;
+}
+
+Encoder encoderFor(const std::filesystem::path& path)
+{
+    if (const Encoder encoder = encoderOf(path))
+        return encoder;
     throw Failure("cannot write " + inQuotes(path) + ": the name must end in .png, .jpg or .jpeg");
 }
 } // namespace
@@ -103,11 +109,15 @@ Picture readMask(const std::filesystem::path& path)
     if (opaque != 255)
         return mask;
 
-    uint32_t progress = 0;
-    IM_Gris(mask.data(), nullptr, mask.width, mask.height, 0, &progress);
+    lumivex::grey(mask);
     for (size_t i = 0; i < mask.bytes.size(); i += 4)
         mask.bytes[i + 3] = mask.bytes[i];
     return mask;
+}
+
+bool isPictureName(const std::filesystem::path& path)
+{
+    return encoderOf(path) != nullptr;
 }
 
 void checkPictureName(const std::filesystem::path& path)

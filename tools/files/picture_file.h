@@ -16,6 +16,9 @@ Picture readMask(const std::filesystem::path& path);
 // Alpha is lost in a JPEG.
 void writePicture(const std::filesystem::path& path, const Picture& picture);
 
+// Whether a name says in which format to write.
+bool isPictureName(const std::filesystem::path& path);
+
 // Refuses a name that writePicture would refuse, before the work is done and not after.
 void checkPictureName(const std::filesystem::path& path);
 

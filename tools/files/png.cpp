@@ -58,7 +58,7 @@ public:
         Picture picture = makePicture(png_get_image_width(png, info), png_get_image_height(png, info));
         std::vector<png_bytep> rows(static_cast<size_t>(picture.height));
         for (size_t y = 0; y < rows.size(); ++y)
-            rows[y] = picture.data() + y * static_cast<size_t>(picture.width) * 4;
+            rows[y] = picture.bytes.data() + y * static_cast<size_t>(picture.width) * 4;
         guarded([this, first = rows.data()] {
             png_read_image(png, first);
             // Only the end of the file proves that nothing is missing.
@@ -113,7 +113,7 @@ Bytes encodePng(const Picture& picture)
 
     png_alloc_size_t size = PNG_IMAGE_PNG_SIZE_MAX(image);
     Bytes file(size);
-    if (!png_image_write_to_memory(&image, file.data(), &size, 0, picture.data(), 0, nullptr))
+    if (!png_image_write_to_memory(&image, file.data(), &size, 0, picture.bytes.data(), 0, nullptr))
         throw Failure(std::string("cannot make a PNG: ") + image.message);
     file.resize(size);
     return file;

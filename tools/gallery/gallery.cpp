@@ -59,7 +59,7 @@ Shown runExample(const Operation& operation, const Example& example, const Pictu
     if (!example.arguments.empty())
         arguments.append(" ").append(withSizes(example.arguments, scene));
     shown.command = "lumivex " + operation.name + " " + arguments;
-    shown.report = runOperation(operation, words(arguments + (quiet ? " --quiet" : "")));
+    shown.report = runOperation(operation, words(arguments + (quiet ? " --quiet" : ""))).text;
     if (operation.histogram) {
         shown.inputHistogram = writeHistogram(shown.input);
         shown.outputHistogram = writeHistogram(shown.output);
@@ -83,7 +83,7 @@ std::string makeGallery(const std::filesystem::path& picture, const std::filesys
 {
     const Picture scene = picture.empty() ? drawScene() : readPicture(picture);
     if (scene.width < smallestSide || scene.height < smallestSide)
-        throw Failure("the gallery needs a picture of at least 64 x 64, " + inQuotes(picture) + " is " + scene.size());
+        throw Failure("the gallery needs a picture of at least 64 x 64, " + inQuotes(picture) + " is " + sizeOf(scene));
     // From here on all names are relative to the folder, as in the commands that the page shows.
     enterFolder(folder);
     writePicture("scene.png", scene);

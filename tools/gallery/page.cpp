@@ -1,7 +1,7 @@
 // Cards, headings and the style sheet.
 #include "gallery/page.h"
 
-#include "lumivex.h"
+#include "lumivex.hpp"
 
 #include <algorithm>
 #include <sstream>
@@ -143,7 +143,7 @@ std::string galleryPage(const std::vector<ShownFamily>& families, const Picture&
                        "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n"
                        "<title>Lumivex gallery</title>\n<style>" +
                        std::string(style) + "</style>\n</head>\n<body>\n<header>\n<h1>Lumivex</h1>\n";
-    html += "<p>Every operation of the library on one picture of " + scene.size() +
+    html += "<p>Every operation of the library on one picture of " + sizeOf(scene) +
             " pixels. The commands, run in this folder, make the same files again.</p>\n";
     html += contents(families);
     html += "<div class=\"sources\">" + figure("scene.png", "scene.png, the picture", false) + "<div>" +

@@ -55,7 +55,7 @@ Picture Canvas::develop() const
 {
     Picture picture(width, height);
     for (size_t i = 0; i < colours.size(); ++i) {
-        uint8_t* pixel = picture.data() + i * 4;
+        uint8_t* pixel = picture.bytes.data() + i * 4;
         pixel[0] = toByte(shoulder(colours[i].blue));
         pixel[1] = toByte(shoulder(colours[i].green));
         pixel[2] = toByte(shoulder(colours[i].red));

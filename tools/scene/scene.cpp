@@ -18,7 +18,7 @@ Picture drawSelection(int32_t width, int32_t height, uint8_t inside, uint8_t out
 {
     Picture picture(width, height);
     const double size = std::min(width, height);
-    uint8_t* pixel = picture.data();
+    uint8_t* pixel = picture.bytes.data();
     for (int32_t y = 0; y < height; ++y)
         for (int32_t x = 0; x < width; ++x, pixel += 4) {
             const double dx = (x + 0.5 - width * 0.5) / (width * 0.36), dy = (y + 0.5 - height * 0.56) / (size * 0.36);
@@ -34,7 +34,7 @@ Picture drawSelection(int32_t width, int32_t height, uint8_t inside, uint8_t out
 Picture drawCardMark(int32_t width, int32_t height)
 {
     Picture picture(width, height);
-    uint8_t* pixel = picture.data();
+    uint8_t* pixel = picture.bytes.data();
     for (int32_t y = 0; y < height; ++y)
         for (int32_t x = 0; x < width; ++x, pixel += 4) {
             const double across = (x + 0.5) / width, down = (y + 0.5) / height;

@@ -26,7 +26,7 @@ DescribedOption describe(const CLI::Option& option)
     for (const std::string& name : option.get_lnames())
         described.names.push_back("--" + name);
     if (option.get_positional())
-        described.names = {option.get_name(true)};
+        described.names = {option.get_name(true) + (option.get_items_expected_max() > 1 ? "..." : "")};
     if (option.get_items_expected_max() == 0)
         described.form.clear();
     return described;

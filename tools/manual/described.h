@@ -10,7 +10,7 @@ namespace host
 {
 struct DescribedOption
 {
-    std::vector<std::string> names; // with their dashes; a positional argument has one without
+    std::vector<std::string> names; // with their dashes; "IN", or "IN..." for many, has none
     std::string form;               // of its value, as in the help; empty for flags
     std::string help;
     bool required;

@@ -72,7 +72,8 @@ const Range sensibleRanges[] = {{"hue", 0, 359},        {"brightness", 0, 100}, 
                                 {"scale", 0.001, 1},    {"gx", -0.1, 0.1},          {"gy", -0.1, 0.1},
                                 {"m", 0.1, 4},          {"horizontal_scale", 0, 3}, {"vertical_scale", 0, 3},
                                 {"distance", -5, 200},  {"handle", 0, 100},         {"error", 0.05, 20},
-                                {"centre_x", -50, 100}, {"centre_y", -50, 100}};
+                                {"centre_x", -50, 100}, {"centre_y", -50, 100},
+                                {"opacity", 0, 1}};
 
 template <class Number>
 Number* numbersOf(Guarded& memory)
@@ -237,8 +238,11 @@ void Call::bindSizes(Draw& draw)
     if (has("x0") && !isReal(callee_.parameters[static_cast<size_t>(find("x0") - values_.data())])) {
         drawRectangle(draw);
     }
+    if (has("dx0")) {
+        drawDab(draw);
+    }
     // Any width will do where there are no rows.
-    if (has("width") && whole("height") < 1 && draw.oneIn(4)) {
+    if (has("width") && has("height") && whole("height") < 1 && draw.oneIn(4)) {
         set("width", INT_MAX);
     }
 }
@@ -247,7 +251,8 @@ void Call::bindSizes(Draw& draw)
 void Call::drawRectangle(Draw& draw)
 {
     const std::string_view name = callee_.name;
-    const bool writesNeighbours = name.starts_with("DS_Dilatation") || name.starts_with("DS_Erosion");
+    const std::string_view deed = name.substr(std::min<size_t>(3, name.size()));
+    const bool writesNeighbours = deed.starts_with("Dilatation") || deed.starts_with("Erosion");
     const int64_t margin = writesNeighbours ? 1 : 0;
     const int64_t beyond = writesNeighbours || name.starts_with("RE_") ? 0 : 1; // inclusive ones end one earlier
     const auto side = [&](std::string_view size, std::string_view from, std::string_view to) {
@@ -259,6 +264,25 @@ void Call::drawRectangle(Draw& draw)
     };
     side("width", "x0", "x1");
     side("height", "y0", "y1");
+}
+
+/// Clipped so that what lies inside the circle lies in the picture.
+void Call::drawDab(Draw& draw)
+{
+    rowsUnderDab_ = std::max<int64_t>(drawSize(draw), 0);
+    const int64_t r = draw.oneIn(8) ? draw.oneOf<int64_t>({0, -1, INT_MIN}) : 1 + draw.below(20);
+    set("r", r);
+    const auto side = [&](int64_t length, std::string_view centre, std::string_view from, std::string_view to) {
+        const int64_t at = static_cast<int64_t>(draw.below(60)) - 8;
+        // Beyond the circle any number will do; where the picture ends within it, none beyond that.
+        const int64_t low = -static_cast<int64_t>(draw.below(25));
+        const int64_t high = draw.below(25);
+        set(centre, at);
+        set(from, std::max(at - r < -1 ? -at : INT_MIN, draw.oneIn(8) ? INT_MIN : low));
+        set(to, std::min(at + r > length ? length - 1 - at : INT_MAX, draw.oneIn(8) ? INT_MAX : high));
+    };
+    side(pixels() > 0 ? whole("width") : 0, "cx", "dx0", "dx1");
+    side(pixels() > 0 ? rowsUnderDab_ : 0, "cy", "dy0", "dy1");
 }
 
 /// An outline to walk must fit its map: builds both from a picture of blobs.
@@ -328,7 +352,7 @@ void Call::fill(Guarded& memory, const Parameter& parameter, Content content, ui
             std::memcpy(memory.data(), record, sizeof record);
         }
         break;
-    case Content::columns: byType([&] { return random.below(static_cast<uint32_t>(whole("columns"))); }); break;
+    case Content::places: byType([&] { return random.below(placesFor(parameter)); }); break;
     case Content::zeros: std::memset(memory.data(), 0, memory.size()); break;
     default: support::fillPicture(memory, random, support::Alpha::sparse);
     }
@@ -357,11 +381,18 @@ void Call::set(std::string_view name, int64_t number)
     }
 }
 
+/// How many places the entries of a table may name.
+uint32_t Call::placesFor(const Parameter& parameter) const
+{
+    const bool isPainting = callee_.name == "BR_PeintureOld";
+    return static_cast<uint32_t>(whole(!isPainting ? "columns" : parameter.name == "rows" ? "height" : "width"));
+}
+
 int64_t Call::pixels() const
 {
     const bool isMap = has("last_row");
     const int64_t width = whole(isMap ? "stride" : has("row_length") ? "row_length" : "width");
-    const int64_t height = isMap ? whole("last_row") + 1 : whole("height");
+    const int64_t height = isMap ? whole("last_row") + 1 : has("dx0") ? rowsUnderDab_ : whole("height");
     return width > 0 && height > 0 ? width * height : 0;
 }
 

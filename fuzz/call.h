@@ -13,7 +13,7 @@ namespace abuse
 enum class Numbers { sensible, any };
 
 /// What a buffer is filled with. Numbers are floats or integers, by the type of the parameter.
-enum class Content { noise, twoLevels, numbers, levels, levelsRecord, columns, zeros, cube, grid, outline };
+enum class Content { noise, twoLevels, numbers, levels, levelsRecord, places, zeros, cube, grid, outline };
 
 struct Buffer
 {
@@ -54,6 +54,8 @@ private:
     void drawScalars(Draw& draw);
     void bindSizes(Draw& draw);
     void drawRectangle(Draw& draw);
+    void drawDab(Draw& draw);
+    uint32_t placesFor(const Parameter& parameter) const;
     void fill(support::Guarded& memory, const Parameter& parameter, Content content, uint64_t seed);
     void makeOutline(Draw& draw);
     double drawReal(Draw& draw, const Parameter& parameter) const;
@@ -62,6 +64,8 @@ private:
     Numbers numbers_;
     std::vector<Value> values_;
     std::vector<std::unique_ptr<support::Guarded>> buffers_;
+    // How high the picture under a dab is, which no argument says.
+    int64_t rowsUnderDab_ = 0;
     // What the outline to walk is made from.
     std::vector<int32_t> records_;
     std::vector<int32_t> map_;

@@ -66,6 +66,26 @@ int64_t topology(const Call& call)
     return call.pixels() > 0 ? call.whole("height") * (call.whole("width") + 1) + 1 : 1;
 }
 
+/// The square round a dab's circle.
+int64_t brushTip(const Call& call)
+{
+    if (!call.has("dx0")) {
+        return call.pixels() * 4;
+    }
+    const int64_t side = 2 * atLeast0(call.whole("r"));
+    return side * side * 4;
+}
+
+int64_t columnsOfPicture(const Call& call)
+{
+    return call.pixels() > 0 ? call.whole("width") : 0;
+}
+
+int64_t rowsOfPicture(const Call& call)
+{
+    return call.pixels() > 0 ? call.whole("height") : 0;
+}
+
 constexpr int64_t cubeEntries = 256 * 256 * 256;
 constexpr int64_t gridEntries = 546 * 241 * 241;
 
@@ -109,9 +129,14 @@ const Rule rules[] = {
     {"SC_ExpandBack", "seams", "*",
      [](const Call& call) { return call.whole("count") * std::max<int64_t>(rows(call), 1); }},
     {"SC_Populate*", "seams", "*",
-     [](const Call& call) { return atLeast0(call.whole("count")) * atLeast0(call.whole("height")); }, Content::columns},
+     [](const Call& call) { return atLeast0(call.whole("count")) * atLeast0(call.whole("height")); }, Content::places},
     {"SC_Populate*", "counters", "*",
      [](const Call& call) { return atLeast0(call.whole("columns")) * atLeast0(call.whole("height")); }, Content::zeros},
+    // Brushes.
+    {"BR_*", "brush", "*", brushTip, Content::noise},
+    {"BR_*", "profile", "*", exactly<256>},
+    {"BR_PeintureOld", "columns", "*", columnsOfPicture, Content::places},
+    {"BR_PeintureOld", "rows", "*", rowsOfPicture, Content::places},
     // Tracing.
     {"TRACE_Parcourir", "records map", "*", exactly<0>, Content::outline},
     {"TRACE_Parcourir", "points", "*", [](const Call& call) { return atLeast0(call.whole("most")) * 2; }},
@@ -129,10 +154,12 @@ const Rule rules[] = {
     {"NL_PathLength", "table", "*", [](const Call& call) { return (atLeast0(call.whole("last")) + 1) * 3; }},
     {"NL_GetPointPath", "table", "*", [](const Call& call) { return atLeast0(call.whole("last") + 1) * 3; }},
     {"NL_GetPointPath", "result", "*", exactly<2>},
+    {"RE_Layers", "red green blue grey", "uint8_t*", [](const Call& call) { return call.pixels() * 4; }},
     // All the rest are pictures.
     {"*",
      "image source destination mask selection scratch softened equalised guide grey clone root stroke test picture key "
-     "pixels gate weights companion",
+     "pixels gate weights companion base highlight shadow filtered reference texture unpainted background least touched "
+     "restore",
      "*", [](const Call& call) { return call.pixels() * 4; }, Content::noise},
 };
 } // namespace

@@ -33,7 +33,7 @@ uint32_t labToRgb(Lab colour);
 /// base to the power of exponent, correctly rounded to single precision.
 float powerToSingle(double base, double exponent);
 /// The same by arbitrary precision alone.
-float powerByMpfr(double base, double exponent);
+float powerExactly(double base, double exponent);
 /// Correctly rounded to double precision.
 double powerToDouble(double base, double exponent);
 /// e to the power of exponent, correctly rounded to single precision.

@@ -6,7 +6,7 @@
 
 namespace plain
 {
-float powerByMpfr(double base, double exponent)
+float powerExactly(double base, double exponent)
 {
     // Rounded to 24 bits once; fitting that to the exponents of float knows from the direction which way it went.
     const mpfr_exp_t lowest = mpfr_get_emin();
@@ -38,7 +38,7 @@ float powerToSingle(double base, double exponent)
     const double power = std::pow(base, exponent);
     const float low = static_cast<float>(power * (1 - 0x1p-49));
     const float high = static_cast<float>(power * (1 + 0x1p-49));
-    return low == high && std::isnormal(low) ? low : powerByMpfr(base, exponent);
+    return low == high && std::isnormal(low) ? low : powerExactly(base, exponent);
 }
 
 double powerToDouble(double base, double exponent)

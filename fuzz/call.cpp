@@ -72,8 +72,7 @@ const Range sensibleRanges[] = {{"hue", 0, 359},        {"brightness", 0, 100}, 
                                 {"scale", 0.001, 1},    {"gx", -0.1, 0.1},          {"gy", -0.1, 0.1},
                                 {"m", 0.1, 4},          {"horizontal_scale", 0, 3}, {"vertical_scale", 0, 3},
                                 {"distance", -5, 200},  {"handle", 0, 100},         {"error", 0.05, 20},
-                                {"centre_x", -50, 100}, {"centre_y", -50, 100},
-                                {"opacity", 0, 1}};
+                                {"centre_x", -50, 100}, {"centre_y", -50, 100},     {"opacity", 0, 1}};
 
 template <class Number>
 Number* numbersOf(Guarded& memory)

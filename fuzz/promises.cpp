@@ -158,7 +158,8 @@ const Rule rules[] = {
     // All the rest are pictures.
     {"*",
      "image source destination mask selection scratch softened equalised guide grey clone root stroke test picture key "
-     "pixels gate weights companion base highlight shadow filtered reference texture unpainted background least touched "
+     "pixels gate weights companion base highlight shadow filtered reference texture unpainted background least "
+     "touched "
      "restore",
      "*", [](const Call& call) { return call.pixels() * 4; }, Content::noise},
 };

@@ -8,6 +8,10 @@
     derive.py HEADER interface           everything the header says, as JSON
     derive.py HEADER calls               the C++ header of every export on views
     derive.py HEADER cxx-names           the C++ header of every export's two names
+    derive.py HEADER families            the words by which the sections call their families
+    derive.py HEADER call-table          C++ source of a table of all exports, to be called with values from outside
+    derive.py HEADER definition BITS     the module definition of the Windows library: plain names
+    derive.py HEADER imports BITS        the one its import library is made from: on 32 bits, with argument bytes
 
 The first level given to `dispatch` is the one every processor has.
 """
@@ -20,6 +24,9 @@ from interface import read_exports
 
 def dispatch(exports, levels):
     lines = ['#include "core/dispatch.h"', '#include "lumivex.h"', ""]
+    # 32-bit hosts keep their stack aligned to 4 bytes, and vectors want 16.
+    lines += ["#if defined(__i386__)", "#define LUMIVEX_ENTRY [[gnu::force_align_arg_pointer]]", "#else"]
+    lines += ["#define LUMIVEX_ENTRY", "#endif", ""]
     for level in levels:
         lines += [f"namespace lumivex::{level}", "{", '#include "declarations.inc"', "}"]
     lines += ["", "namespace lumivex", "{", "namespace", "{", "struct Exports", "{"]
@@ -35,9 +42,25 @@ def dispatch(exports, levels):
         lines += [f"    case Level::{level}: active = &{level}Exports; break;"]
     lines += ["    default: break;", "    }", "}", "} // namespace", "} // namespace lumivex", ""]
     for e in exports:
-        lines += [f"{e.result} LUMIVEX_CALL {e.name}({e.parameters})", "{"]
+        lines += [f"LUMIVEX_ENTRY {e.result} LUMIVEX_CALL {e.name}({e.parameters})", "{"]
         lines += [f"    return lumivex::active->{e.name}({e.arguments});", "}"]
     return lines
+
+
+def call_table(exports):
+    # With a level, its own functions rather than those that the library chooses.
+    lines = ['#include "calls.h"', "", "#if defined(LUMIVEX_LEVEL)", '#include "core/level.h"']
+    lines += ["#define JOIN_(a, b) a##b", "#define JOIN(a, b) JOIN_(a, b)"]
+    lines += ["#define TABLE JOIN(exports_, LUMIVEX_LEVEL)", "#define CALLEE(name) lumivex::LUMIVEX_LEVEL::name"]
+    lines += ["#else", '#include "lumivex.h"', "#define TABLE exports", "#define CALLEE(name) name", "#endif", ""]
+    lines += ["const std::vector<abuse::Export>& abuse::TABLE()", "{"]
+    lines += ["    static const std::vector<Export> all = {"]
+    for e in exports:
+        parameters = ", ".join(f'{{"{name}", "{kind}"}}' for kind, name in e.split_parameters)
+        arguments = ", ".join(f"to<{kind}>(v[{i}])" for i, (kind, _) in enumerate(e.split_parameters))
+        lines += [f'        {{"{e.family}", "{e.name}", {{{parameters}}},']
+        lines += [f"         [](const Value* v) {{ return static_cast<double>(CALLEE({e.name})({arguments})); }}}},"]
+    return lines + ["    };", "    return all;", "}"]
 
 
 def interface(exports):
@@ -55,8 +78,18 @@ def main():
         lines = dispatch(exports, sys.argv[3:])
     elif what == "declarations":
         lines = [f"{e.result} {e.name}({e.parameters});" for e in exports]
+    elif what == "families":
+        lines = list(dict.fromkeys(e.family for e in exports))
+    elif what == "call-table":
+        lines = call_table(exports)
     elif what == "version-script":
         lines = ["{", "  global:"] + [f"    {e.name};" for e in exports] + ["  local: *;", "};"]
+    elif what == "definition":
+        bits = sys.argv[3]
+        lines = ["LIBRARY lumivex.dll", "EXPORTS"]
+        lines += [f"    {e.name} = {e.symbol(bits)}" if bits == "32" else f"    {e.name}" for e in exports]
+    elif what == "imports":
+        lines = ["LIBRARY lumivex.dll", "EXPORTS"] + [f"    {e.symbol(sys.argv[3])}" for e in exports]
     elif what == "interface":
         lines = [json.dumps(interface(exports), indent=1)]
     elif what == "calls":

@@ -40,6 +40,15 @@ class Export:
     def arguments(self):
         return ", ".join(name for _, name in self.split_parameters)
 
+    @property
+    def stack_bytes(self):
+        """What a 32-bit callee takes off the stack."""
+        return sum(8 if kind in ("double", "int64_t", "uint64_t") else 4 for kind, _ in self.split_parameters)
+
+    def symbol(self, bits):
+        """The name of the function in the objects of a Windows build, but for the underscore before all names."""
+        return f"{self.name}@{self.stack_bytes}" if bits == "32" else self.name
+
 
 def read_exports(header):
     with open(header, encoding="utf-8") as file:

@@ -77,15 +77,17 @@
 
 #define LUMIVEX_VERSION "0.1.0"
 
-/* 32-bit Windows hosts expect the callee to clean the stack; elsewhere there is one convention only. */
-#if defined(_WIN32) && !defined(_WIN64)
+/* 32-bit Windows hosts expect the callee to clean the stack; elsewhere there is one convention only, unless a build
+ * defines this to be another. */
+#if defined(LUMIVEX_CALL)
+#elif defined(_WIN32) && !defined(_WIN64)
 #define LUMIVEX_CALL __stdcall
 #else
 #define LUMIVEX_CALL
 #endif
 
 #if defined(LUMIVEX_BUILD) && defined(_WIN32)
-#define LUMIVEX_API __declspec(dllexport)
+#define LUMIVEX_API /* a module definition file lists the exports, under names without decoration */
 #elif defined(LUMIVEX_BUILD)
 #define LUMIVEX_API __attribute__((visibility("default")))
 #elif defined(_WIN32)

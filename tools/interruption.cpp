@@ -1,6 +1,8 @@
 // The signal and the byte.
 #include "interruption.h"
 
+#include <csignal>
+
 namespace host
 {
 namespace
@@ -16,17 +18,15 @@ void ask(int)
 Interruption::Interruption()
 {
     asked.clear();
-    struct sigaction action = {};
-    action.sa_handler = ask;
-    sigaction(SIGINT, &action, &before);
+    before = std::signal(SIGINT, ask);
     // Who started the program may have asked that it be ignored.
-    if (before.sa_handler == SIG_IGN)
-        sigaction(SIGINT, &before, nullptr);
+    if (before == SIG_IGN)
+        std::signal(SIGINT, SIG_IGN);
 }
 
 Interruption::~Interruption()
 {
-    sigaction(SIGINT, &before, nullptr);
+    std::signal(SIGINT, before);
 }
 
 const lumivex::Stop* Interruption::stop() const

@@ -3,8 +3,6 @@
 
 #include "lumivex/progress.hpp"
 
-#include <csignal>
-
 namespace host
 {
 // For as long as it lives, Ctrl-C sets a byte instead of ending the program. One at a time.
@@ -21,6 +19,6 @@ public:
     bool happened() const;
 
 private:
-    struct sigaction before;
+    void (*before)(int);
 };
 } // namespace host

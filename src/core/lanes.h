@@ -227,6 +227,22 @@ inline auto byHalves(Rule rule, V first, More... more)
     }
 }
 
+#if defined(__SSE2__)
+// The low eight bytes of a register. The intrinsics that move them exist on 64-bit processors only.
+
+template <class V>
+inline __m128i eightBytes(V lanes)
+{
+    static_assert(sizeof(V) == 8);
+    return _mm_set_epi64x(0, std::bit_cast<int64_t>(lanes));
+}
+
+inline int64_t lowEightBytes(__m128i lanes)
+{
+    return std::bit_cast<Lanes<int64_t, 2>>(lanes)[0];
+}
+#endif
+
 /// table[index] for each lane of four bytes.
 template <class T, class V>
 inline WithElement<V, T> gather(const T* table, V index)

@@ -1,6 +1,7 @@
 // The host's progress counter.
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
 
 namespace lumivex::LUMIVEX_LEVEL
@@ -9,9 +10,9 @@ namespace lumivex::LUMIVEX_LEVEL
 class Progress
 {
 public:
-    /// Writes the 0 of the entry, whatever the height is.
+    /// Writes the 0 of the entry, whatever the height is. No division by 0, which some hosts let trap.
     Progress(uint32_t* counter, int32_t height)
-        : counter_(counter), step_(static_cast<float>(100.0 / static_cast<double>(height)))
+        : counter_(counter), step_(static_cast<float>(100.0 / std::max(height, 1)))
     {
         write(0);
     }

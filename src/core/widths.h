@@ -20,7 +20,7 @@ inline QuarterBytes narrowToBytes(Register<uint32_t> lanes)
     const __m256i words = _mm256_packus_epi32(source, source);
     const __m256i bytes = _mm256_packus_epi16(words, words);
     return std::bit_cast<QuarterBytes>(
-        _mm_cvtsi128_si64(_mm_unpacklo_epi32(_mm256_castsi256_si128(bytes), _mm256_extracti128_si256(bytes, 1))));
+        lowEightBytes(_mm_unpacklo_epi32(_mm256_castsi256_si128(bytes), _mm256_extracti128_si256(bytes, 1))));
 #elif defined(__SSE2__)
     const __m128i source = std::bit_cast<__m128i>(lanes);
     const __m128i words = _mm_packs_epi32(source, source);
@@ -36,7 +36,7 @@ inline Register<uint32_t> widenBytes(QuarterBytes bytes)
 #if defined(__AVX512VBMI__)
     return std::bit_cast<Register<uint32_t>>(_mm512_cvtepu8_epi32(std::bit_cast<__m128i>(bytes)));
 #elif defined(__AVX2__)
-    return std::bit_cast<Register<uint32_t>>(_mm256_cvtepu8_epi32(_mm_cvtsi64_si128(std::bit_cast<int64_t>(bytes))));
+    return std::bit_cast<Register<uint32_t>>(_mm256_cvtepu8_epi32(eightBytes(bytes)));
 #elif defined(__SSE2__)
     const __m128i zero = _mm_setzero_si128();
     const __m128i words = _mm_unpacklo_epi8(_mm_cvtsi32_si128(std::bit_cast<int32_t>(bytes)), zero);
@@ -54,7 +54,7 @@ inline Words widenBytes(HalfBytes bytes)
 #elif defined(__AVX2__)
     return std::bit_cast<Words>(_mm256_cvtepu8_epi16(std::bit_cast<__m128i>(bytes)));
 #elif defined(__SSE2__)
-    const __m128i source = _mm_cvtsi64_si128(std::bit_cast<int64_t>(bytes));
+    const __m128i source = eightBytes(bytes);
     return std::bit_cast<Words>(_mm_unpacklo_epi8(source, _mm_setzero_si128()));
 #else
     return convert<uint16_t>(bytes);
@@ -72,7 +72,7 @@ inline HalfBytes narrowToBytes(Words lanes)
     return std::bit_cast<HalfBytes>(_mm256_castsi256_si128(bytes));
 #elif defined(__SSE2__)
     const __m128i source = std::bit_cast<__m128i>(lanes);
-    return std::bit_cast<HalfBytes>(_mm_cvtsi128_si64(_mm_packus_epi16(source, source)));
+    return std::bit_cast<HalfBytes>(lowEightBytes(_mm_packus_epi16(source, source)));
 #else
     return convert<uint8_t>(lanes);
 #endif

@@ -3,6 +3,7 @@
 
     library_file.py file LIBRARY EXPORTS     exported names, soname and needed libraries
     library_file.py level LEVEL OBJECT...    names that the objects of one processor level define
+    library_file.py dll OBJDUMP LIBRARY IMPORTS EXPORTS   the tables of a Windows library, and its import library
 """
 import re
 import subprocess
@@ -31,6 +32,25 @@ def check_file(library, exports):
         yield "the list of exports is empty"
 
 
+def check_dll(objdump, library, imports, exports):
+    """Exports under plain names, nothing needed but the system's own, and an import library that names them all."""
+    with open(exports, encoding="utf-8") as file:
+        wanted = file.read().split()
+    tables = run(objdump, "-p", library)
+    names = tables.split("[Ordinal/Name Pointer] Table")[1].split("\n\n")[0]
+    exported = re.findall(r"\] (?:\+base\[ *\d+\] +\w+ )?(\S+)", names)
+    for name in sorted(set(wanted) ^ set(exported)):
+        yield f"{name} is " + ("not exported" if name in wanted else "exported, but not declared in the header")
+    for needed in re.findall(r"DLL Name: (\S+)", tables):
+        if needed.lower() not in ("kernel32.dll", "msvcrt.dll"):
+            yield f"the library needs {needed}"
+    linked = re.findall(r"__imp__?(\w+?)(?:@\d+)?$", run(objdump, "-t", imports), re.M)
+    for name in sorted(set(wanted) ^ set(linked)):
+        yield f"{name} is in only one of the import library and the header"
+    if not wanted:
+        yield "the list of exports is empty"
+
+
 def check_level(level, objects):
     """A function that two levels share is kept once by the linker, maybe with instructions an older processor lacks."""
     own = f"7lumivex{len(level)}{level}"
@@ -48,7 +68,7 @@ def check_level(level, objects):
 
 
 def main():
-    check = {"file": check_file, "level": lambda level, *objects: check_level(level, objects)}[sys.argv[1]]
+    check = {"file": check_file, "dll": check_dll, "level": lambda level, *objects: check_level(level, objects)}[sys.argv[1]]
     faults = list(check(*sys.argv[2:]))
     print("\n".join(faults) or "as it should be")
     sys.exit(1 if faults else 0)

@@ -58,15 +58,15 @@ struct Resize
                                         : random.oneOf({some, some, some - 765, -5100});
             counters.words()[i] = random.below(40) == 0 ? random.oneOf({1, 2, 30, -1}) : 0;
         }
-        const auto build = plainly ? plain::SC_SeamMap : SC_SeamMap;
+        const auto build = plain::either(plainly, plain::SC_SeamMap, SC_SeamMap);
         EXPECT_EQ(build(map.words(), energy.words(), &end, 7, weight, width, 11, last, bottom), 11);
     }
     void removeSeam()
     {
         end = std::min(end, static_cast<uint32_t>(last)); // a host's care, when no new one was found
-        const auto show = plainly ? plain::SC_SeamMapBackShow : SC_SeamMapBackShow;
-        const auto remove = paints ? show : plainly ? plain::SC_SeamMapBack : SC_SeamMapBack;
-        const auto update = plainly ? plain::SC_SeamMapUpDate : SC_SeamMapUpDate;
+        const auto remove = plain::either(paints, plain::either(plainly, plain::SC_SeamMapBackShow, SC_SeamMapBackShow),
+                                          plain::either(plainly, plain::SC_SeamMapBack, SC_SeamMapBack));
+        const auto update = plain::either(plainly, plain::SC_SeamMapUpDate, SC_SeamMapUpDate);
         EXPECT_EQ(remove(image.data(), guide.data(), map.words(), energy.data(), end, &start, width, -8, last, bottom),
                   -8);
         start += random.below(5) == 0 ? 90 : 0;
@@ -74,9 +74,9 @@ struct Resize
     }
     void recordSeam(int32_t number)
     {
-        const auto record = plainly ? plain::SC_ExpandBack : SC_ExpandBack;
-        const auto update = plainly ? plain::SC_ExpandUpDate : SC_ExpandUpDate;
-        constexpr intptr_t passed = 0x123456789abc;
+        const auto record = plain::either(plainly, plain::SC_ExpandBack, SC_ExpandBack);
+        const auto update = plain::either(plainly, plain::SC_ExpandUpDate, SC_ExpandUpDate);
+        const auto passed = static_cast<intptr_t>(0x123456789abc);
         EXPECT_EQ(record(seams.words<uint32_t>(), static_cast<uint32_t>(added), map.words(), energy.words<uint32_t>(),
                          static_cast<int32_t>(end), width, passed, last, bottom, static_cast<uint32_t>(number)),
                   0x56789abc);
@@ -85,8 +85,8 @@ struct Resize
     }
     void insertSeams()
     {
-        const auto show = plainly ? plain::SC_PopulateSeam : SC_PopulateSeam;
-        const auto insert = paints ? show : plainly ? plain::SC_PopulateData : SC_PopulateData;
+        const auto insert = plain::either(paints, plain::either(plainly, plain::SC_PopulateSeam, SC_PopulateSeam),
+                                          plain::either(plainly, plain::SC_PopulateData, SC_PopulateData));
         auto* const table = seams.words<uint32_t>();
         EXPECT_EQ(insert(table, added, counters.words(), wide.data(), width, height, rowLength), height);
     }

@@ -6,13 +6,16 @@
 #include <cstdlib>
 #include <cstring>
 #include <gtest/gtest.h>
+#if !defined(_WIN32)
 #include <unistd.h>
+#endif
 
 namespace
 {
 constexpr int skipped = 77;
 char currentCase[512] = "(none named)\n";
 
+#if !defined(_WIN32)
 struct sigaction before;
 
 /// Says which case it was. The fault then happens again, for whoever was to handle it: a sanitizer, or the system.
@@ -25,6 +28,7 @@ void reportCrash(int signal)
         _exit(signal);
     }
 }
+#endif
 
 bool processorHas(const char* level)
 {
@@ -55,8 +59,10 @@ int main(int argc, char** argv)
         std::printf("skipped: this processor lacks the level %s\n", level);
         return skipped;
     }
+#if !defined(_WIN32)
     struct sigaction action = {};
     action.sa_handler = reportCrash;
     sigaction(SIGSEGV, &action, &before);
+#endif
     return RUN_ALL_TESTS();
 }

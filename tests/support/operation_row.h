@@ -17,9 +17,9 @@ inline Parameters drawNothing(Random&, const Job&)
     return {};
 }
 
-/// `pass` hands the arguments of a job to either function.
-template <class Function, class Pass>
-Operation operation(const char* name, Function* library, Function* plainly, Pass pass, Traits traits,
+/// `pass` hands the arguments of a job to either function. Exports may have another calling convention.
+template <class Export, class Function, class Pass>
+Operation operation(const char* name, Export* library, Function* plainly, Pass pass, Traits traits,
                     std::function<Parameters(Random&, const Job&)> draw = drawNothing)
 {
     return {name, [=](const Job& job) { return pass(library, job); },

@@ -80,7 +80,8 @@ int32_t beyond(const Job& job)
     return side(job, 2) > 0 && side(job, 3) + 1 < job.height ? std::clamp(job.width, 0, job.parameters.whole & 3) : 0;
 }
 
-int32_t selectColour(decltype(DS_EcartCouleur) f, const Job& j)
+template <class Function>
+int32_t selectColour(Function f, const Job& j)
 {
     const auto bytes = static_cast<uint32_t>(j.parameters.whole);
     const auto byte = [=](int i) { return static_cast<uint8_t>(bytes >> i * 8); };
@@ -123,7 +124,9 @@ std::vector<Operation> maskOperations()
         ROW(DS_Mask2TransparentClip, maskAlpha, inclusive, j.source, j.image, j.width, anyHeight, SIDES),
         ROW(DS_Mask2TransparentAppliquer, scaled, drawScales, j.source, j.image, SIZE, j.parameters.whole, anyHeight,
             REAL(0), REAL(1)),
-        operation("DS_EcartCouleur", DS_EcartCouleur, plain::DS_EcartCouleur, selectColour, maskAlpha, drawBytes),
+        operation(
+            "DS_EcartCouleur", DS_EcartCouleur, plain::DS_EcartCouleur,
+            [](auto f, const Job& j) { return selectColour(f, j); }, maskAlpha, drawBytes),
         ROW(DS_Mask2Border, outline, drawBytes, j.source, j.image, SIZE, 10, 200, FLAG),
         ROW(DS_Mask2BorderClip, outline, inclusive, j.source, j.image, SIZE, side(j, 0) - beyond(j),
             side(j, 1) + beyond(j), side(j, 2), side(j, 3), 1, 2, 3),

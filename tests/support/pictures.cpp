@@ -4,8 +4,12 @@
 #include <algorithm>
 #include <cstring>
 #include <new>
+#if defined(_WIN32)
+#include <windows.h>
+#else
 #include <sys/mman.h>
 #include <unistd.h>
+#endif
 
 namespace support
 {
@@ -13,10 +17,49 @@ namespace
 {
 constexpr uint8_t pattern = 0xa5;
 
+#if defined(_WIN32)
+size_t pageSize()
+{
+    return 4096;
+}
+
+uint8_t* mapPages(size_t size)
+{
+    return static_cast<uint8_t*>(VirtualAlloc(nullptr, size, MEM_RESERVE | MEM_COMMIT, PAGE_NOACCESS));
+}
+
+void allowPages(uint8_t* pages, size_t size)
+{
+    DWORD before = 0;
+    VirtualProtect(pages, size, PAGE_READWRITE, &before);
+}
+
+void unmapPages(uint8_t* pages, size_t)
+{
+    VirtualFree(pages, 0, MEM_RELEASE);
+}
+#else
 size_t pageSize()
 {
     return static_cast<size_t>(sysconf(_SC_PAGESIZE));
 }
+
+uint8_t* mapPages(size_t size)
+{
+    void* const memory = mmap(nullptr, size, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    return memory == MAP_FAILED ? nullptr : static_cast<uint8_t*>(memory);
+}
+
+void allowPages(uint8_t* pages, size_t size)
+{
+    mprotect(pages, size, PROT_READ | PROT_WRITE);
+}
+
+void unmapPages(uint8_t* pages, size_t size)
+{
+    munmap(pages, size);
+}
+#endif
 } // namespace
 
 Guarded::Guarded(size_t size, Place place) : byteCount(size)
@@ -25,13 +68,12 @@ Guarded::Guarded(size_t size, Place place) : byteCount(size)
     const size_t page = pageSize();
     const size_t inner = (size + oddShift + page) / page * page;
     mappingSize = inner + 2 * page;
-    void* const memory = mmap(nullptr, mappingSize, PROT_NONE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
-    if (memory == MAP_FAILED) {
+    mapping = mapPages(mappingSize);
+    if (mapping == nullptr) {
         throw std::bad_alloc();
     }
-    mapping = static_cast<uint8_t*>(memory);
     uint8_t* const first = mapping + page;
-    mprotect(first, inner, PROT_READ | PROT_WRITE);
+    allowPages(first, inner);
     bytes = place == Place::start ? first : place == Place::end ? first + inner - size : first + oddShift;
     std::memset(first, pattern, static_cast<size_t>(bytes - first));
     std::memset(bytes + size, pattern, static_cast<size_t>(first + inner - bytes - size));
@@ -39,7 +81,7 @@ Guarded::Guarded(size_t size, Place place) : byteCount(size)
 
 Guarded::~Guarded()
 {
-    munmap(mapping, mappingSize);
+    unmapPages(mapping, mappingSize);
 }
 
 bool Guarded::guardsAreIntact() const

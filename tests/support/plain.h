@@ -9,6 +9,13 @@ namespace plain
 // The exports under their own names, so that one call can be made to either.
 #include "declarations.inc"
 
+/// One of two functions that differ at most in their calling convention, as 32-bit exports do.
+template <class First, class Second>
+auto either(bool chooseFirst, First first, Second second)
+{
+    return [=](auto... arguments) { return chooseFirst ? first(arguments...) : second(arguments...); };
+}
+
 struct Hsb
 {
     double hue, saturation, brightness;
@@ -33,7 +40,7 @@ uint32_t labToRgb(Lab colour);
 /// base to the power of exponent, correctly rounded to single precision.
 float powerToSingle(double base, double exponent);
 /// The same by arbitrary precision alone.
-float powerByMpfr(double base, double exponent);
+float powerExactly(double base, double exponent);
 /// Correctly rounded to double precision.
 double powerToDouble(double base, double exponent);
 /// e to the power of exponent, correctly rounded to single precision.

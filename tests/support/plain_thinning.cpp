@@ -36,7 +36,8 @@ uint32_t thin(uint8_t* pixels, int32_t width, int32_t height, const How& how, ui
                 bool fits = (how.gate == nullptr || how.gate[at + 3] != 0) && how.foreground != how.background;
                 for (int cell = 0; cell < 9; ++cell) {
                     const char wanted = templates[k - 1][static_cast<size_t>(cell)];
-                    const int level = copy[byteOfPixel(width, x + cell % 3 - 1, y + cell / 3 - 1) + how.tested];
+                    const int level =
+                        copy[static_cast<size_t>(byteOfPixel(width, x + cell % 3 - 1, y + cell / 3 - 1) + how.tested)];
                     fits = fits && (wanted == '.' || level == (wanted == '1' ? how.foreground : how.background));
                 }
                 if (fits) {

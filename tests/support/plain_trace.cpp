@@ -77,7 +77,7 @@ uint32_t TRACE_Contour(uint8_t* pixels, int32_t width, int32_t height, uint8_t t
             double sumY = 0;
             for (int c = 0; c < 3; ++c) {
                 const auto p = [&](int dx, int dy) {
-                    return double{copy[byteOfPixel(width, x + dx, y + dy) + c] + 0.0};
+                    return double{copy[static_cast<size_t>(byteOfPixel(width, x + dx, y + dy) + c)] + 0.0};
                 };
                 sumX += (p(1, -1) + 2 * p(1, 0) + p(1, 1)) - (p(-1, -1) + 2 * p(-1, 0) + p(-1, 1));
                 sumY += (p(-1, 1) + 2 * p(0, 1) + p(1, 1)) - (p(-1, -1) + 2 * p(0, -1) + p(1, -1));

@@ -11,10 +11,11 @@ using namespace support;
 namespace
 {
 using Thin = uint32_t (*)(uint8_t*, int32_t, int32_t, uint32_t*);
-const std::pair<Thin, Thin> exports[] = {{MORPH_Thinning, plain::MORPH_Thinning},
-                                         {MORPH_ThinningInverse, plain::MORPH_ThinningInverse},
-                                         {MORPH_ThinningJaune, plain::MORPH_ThinningJaune},
-                                         {MORPH_ThinningInverseJaune, plain::MORPH_ThinningInverseJaune}};
+const std::pair<decltype(&MORPH_Thinning), Thin> exports[] = {
+    {MORPH_Thinning, plain::MORPH_Thinning},
+    {MORPH_ThinningInverse, plain::MORPH_ThinningInverse},
+    {MORPH_ThinningJaune, plain::MORPH_ThinningJaune},
+    {MORPH_ThinningInverseJaune, plain::MORPH_ThinningInverseJaune}};
 
 /// Random blobs of a size, thinned twice both ways.
 template <class Call>

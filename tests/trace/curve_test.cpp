@@ -55,7 +55,7 @@ constexpr float untouched = 777;
 TEST(Smoothing, HasThePlainMeaning)
 {
     Random random(41);
-    const std::pair<int32_t (*)(float*, int32_t), int32_t (*)(float*, int32_t)> exports[] = {
+    const std::pair<decltype(&TRACE_Adoucir), int32_t (*)(float*, int32_t)> exports[] = {
         {TRACE_Adoucir, plain::TRACE_Adoucir},
         {TRACE_Adoucir2, plain::TRACE_Adoucir2},
         {TRACE_Adoucir3, plain::TRACE_Adoucir3},

@@ -1,0 +1,22 @@
+# Cross-builds for Windows with MinGW. LUMIVEX_WINDOWS is 32 or 64.
+set(CMAKE_SYSTEM_NAME Windows)
+set(CMAKE_TRY_COMPILE_PLATFORM_VARIABLES LUMIVEX_WINDOWS)
+if(LUMIVEX_WINDOWS EQUAL 32)
+  set(CMAKE_SYSTEM_PROCESSOR x86)
+  set(prefix i686-w64-mingw32)
+else()
+  set(CMAKE_SYSTEM_PROCESSOR x86_64)
+  set(prefix x86_64-w64-mingw32)
+endif()
+# The variant with the threads of the C++ standard library.
+set(CMAKE_C_COMPILER ${prefix}-gcc-posix)
+set(CMAKE_CXX_COMPILER ${prefix}-g++-posix)
+set(CMAKE_FIND_ROOT_PATH /usr/${prefix})
+set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
+set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
+# Wine runs what is built, where it is installed.
+find_program(LUMIVEX_WINE NAMES wine${LUMIVEX_WINDOWS} wine PATHS /usr/lib/wine)
+if(LUMIVEX_WINE)
+  set(CMAKE_CROSSCOMPILING_EMULATOR ${LUMIVEX_WINE})
+endif()

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""Compiles the C example of the README against the built library, runs it and compares what it prints.
+"""Compiles the examples of the README against the built library, runs them and compares what they print.
 
-    readme_example.py README COMPILER INCLUDE_DIR LIBRARY
+    readme_example.py README C_COMPILER CXX_COMPILER LIBRARY INCLUDE_DIR...
 """
 import os
 import re
@@ -10,22 +10,28 @@ import sys
 import tempfile
 
 
-def main():
-    readme, compiler, include, library = sys.argv[1:]
-    with open(readme, encoding="utf-8") as file:
-        text = file.read()
-    example = re.search(r"```c\n(.*?)```", text, re.S).group(1)
-    expected = re.search(r"```text\n(.*?)```", text, re.S).group(1)
-    with tempfile.TemporaryDirectory() as folder:
-        source = os.path.join(folder, "example.c")
-        program = os.path.join(folder, "example")
-        with open(source, "w", encoding="utf-8") as file:
-            file.write(example)
-        subprocess.run([compiler, "-std=c99", "-Wall", "-Wextra", "-pedantic", "-Werror", "-I", include, source, library,
-                        "-Wl,-rpath," + os.path.dirname(library), "-o", program], check=True)
-        printed = subprocess.run([program], check=True, capture_output=True, text=True).stdout
+def check(language, example, expected, compilers, library, includes, folder):
+    source = os.path.join(folder, f"example.{language}")
+    program = os.path.join(folder, "example")
+    with open(source, "w", encoding="utf-8") as file:
+        file.write(example)
+    subprocess.run([*compilers[language], "-Wall", "-Wextra", "-pedantic", "-Werror", *includes, source, library,
+                    "-Wl,-rpath," + os.path.dirname(library), "-o", program], check=True)
+    printed = subprocess.run([program], check=True, capture_output=True, text=True).stdout
     if printed != expected:
         sys.exit(f"the README says:\n{expected}but its example prints:\n{printed}")
+
+
+def main():
+    readme, c_compiler, cxx_compiler, library, *folders = sys.argv[1:]
+    compilers = {"c": [c_compiler, "-std=c99"], "cpp": [cxx_compiler, "-std=c++20"]}
+    with open(readme, encoding="utf-8") as file:
+        examples = re.findall(r"```(c|cpp)\n(.*?)```\s*prints\s*```text\n(.*?)```", file.read(), re.S)
+    if [language for language, _, _ in examples] != ["c", "cpp"]:
+        sys.exit("the README has not one example in C and one in C++")
+    with tempfile.TemporaryDirectory() as folder:
+        for example in examples:
+            check(*example, compilers, library, ["-I" + path for path in folders], folder)
 
 
 if __name__ == "__main__":

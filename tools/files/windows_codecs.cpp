@@ -71,7 +71,8 @@ Picture decode(std::span<const uint8_t> file)
     UINT height = 0;
     check(converted->GetSize(&width, &height), spoilt);
     Picture picture = makePicture(width, height);
-    check(converted->CopyPixels(nullptr, width * 4, static_cast<UINT>(picture.bytes.size()), picture.data()), spoilt);
+    check(converted->CopyPixels(nullptr, width * 4, static_cast<UINT>(picture.bytes.size()), picture.bytes.data()),
+          spoilt);
     return picture;
 }
 

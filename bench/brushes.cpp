@@ -1,8 +1,5 @@
-// Whole strokes of every brush, as the host makes them, and retouching through a guide of soft blobs.
-#include "brushes.h"
-
-#include "measure.h"
-#include "photograph.h"
+// Rows of brush and retouch: whole strokes of every brush, as the host makes them, and retouching through a guide of soft blobs.
+#include "families.h"
 
 #include "lumivex.hpp"
 
@@ -36,45 +33,46 @@ void addRetouching(Retouching& r)
     const uint8_t* const base = r.base.data();
     const uint8_t* const guide = r.guide.data();
     const uint8_t* const other = r.lighter.data();
-    measure("RE_Pinceau", [=] { RE_Pinceau(out, guide, base, other, guide, width, height, 0, width, 0, height); });
-    measure("RE_MaskFiltrePinceau",
+    measure("RE_Pinceau", out, [=] { RE_Pinceau(out, guide, base, other, guide, width, height, 0, width, 0, height); });
+    measure("RE_MaskFiltrePinceau", out,
             [=] { RE_MaskFiltrePinceau(out, other, base, guide, width, height, 0, 0, width, 0, height); });
     for (const int only : {0, 1}) {
         const std::string selection = only != 0 ? ", selection" : "";
         const auto flag = static_cast<uint8_t>(only);
-        measure("RE_PinceauFusionNB" + selection, [=] {
+        measure("RE_PinceauFusionNB" + selection, out, [=] {
             RE_PinceauFusionNB(out, guide, base, base, guide, width, height, 0, width, 0, height, 1, 2, 3, 99, 1, flag);
         });
-        measure("RE_PinceauFusionCouleur" + selection, [=] {
+        measure("RE_PinceauFusionCouleur" + selection, out, [=] {
             RE_PinceauFusionCouleur(out, guide, base, base, guide, width, height, 0, width, 0, height, 1, 2, 3, 0, 0,
                                     flag);
         });
-        measure("RE_CouleurMask" + selection,
+        measure("RE_CouleurMask" + selection, out,
                 [=] { RE_CouleurMask(out, base, guide, guide, width, height, 9, 1, 2, 3, 0, flag); });
-        measure("RE_TextureMask" + selection,
+        measure("RE_TextureMask" + selection, out,
                 [=] { RE_TextureMask(out, base, other, guide, guide, width, height, 9, 0, flag); });
     }
     const int right = width - 1;
     const int bottom = height - 1;
-    measure("RE_Dilatation_Transparent",
+    measure("RE_Dilatation_Transparent", out,
             [=] { RE_Dilatation_Transparent(out, guide, width, height, 1, right, 1, bottom); });
-    measure("RE_Erosion_Transparent", [=] { RE_Erosion_Transparent(out, guide, width, height, 1, right, 1, bottom); });
-    measure("RE_Dilatation_Couleur",
+    measure("RE_Erosion_Transparent", out,
+            [=] { RE_Erosion_Transparent(out, guide, width, height, 1, right, 1, bottom); });
+    measure("RE_Dilatation_Couleur", out,
             [=] { RE_Dilatation_Couleur(out, guide, 0, width, height, 1, right, 1, bottom, 255, 255, 255); });
-    measure("RE_Erosion_Couleur",
+    measure("RE_Erosion_Couleur", out,
             [=] { RE_Erosion_Couleur(out, guide, base, width, height, 1, right, 1, bottom, 255, 255, 255); });
-    measure("RE_Dilatation_Texture",
+    measure("RE_Dilatation_Texture", out,
             [=] { RE_Dilatation_Texture(out, other, 0, base, width, height, 1, right, 1, bottom); });
-    measure("RE_Erosion_Texture",
+    measure("RE_Erosion_Texture", out,
             [=] { RE_Erosion_Texture(out, other, base, guide, width, height, 1, right, 1, bottom); });
     uint8_t* const scratch = r.scratch.data();
-    measure("RE_Layers", [=] { RE_Layers(base, out, scratch, out, scratch, width, height); });
+    measure("RE_Layers", Written(out) + scratch, [=] { RE_Layers(base, out, scratch, out, scratch, width, height); });
     static const std::vector<float> kept(256, 0.3F);
     static std::vector<uint32_t> places(width);
     for (size_t i = 0; i < places.size(); ++i) {
         places[i] = static_cast<uint32_t>(i % 200);
     }
-    measure("BR_PeintureOld", [=] {
+    measure("BR_PeintureOld", out, [=] {
         BR_PeintureOld(out, guide, kept.data(), places.data(), places.data(), width, height, 200, 100, 50);
     });
 }
@@ -92,21 +90,22 @@ void addStrokes(Retouching& r)
         inDab += x * x + y * y < radius * radius ? 1 : 0;
     }
     const auto painted = inDab * static_cast<int64_t>(dabs.size());
+    const std::string exports[] = {
+        "BR_Couleur", "BR_CouleurRoot", "BR_CouleurFond", "BR_Grain",       "BR_GrainFond",
+        "BR_Couteau", "BR_CouteauFond", "BR_Gomme",       "BR_Transparent", "BR_Transparent, undone"};
+    static_assert(std::size(exports) == std::size(lumivex::brushNames));
     for (size_t brush = 0; brush < std::size(lumivex::brushNames); ++brush) {
         for (const bool selecting : {false, true}) {
             const lumivex::ConstPictureView guide(r.guide, width, height);
             const auto stroke = std::make_shared<lumivex::Stroke>(
                 static_cast<lumivex::Brush>(brush), tip, lumivex::Paint{{200, 100, 50}, 0.6F, 3},
-                lumivex::PictureView(r.out, width, height), lumivex::ConstPictureView(r.base, width, height),
+                lumivex::PictureView(r.out, width, height), lumivex::ConstPictureView(r.lighter, width, height),
                 selecting ? lumivex::Selection(guide) : lumivex::Selection());
-            measure(
-                "stroke, " + std::string(lumivex::brushNames[brush]) + (selecting ? ", selection" : ""),
-                [stroke] {
-                    for (const lumivex::Dab& dab : dabs) {
-                        stroke->stamp(dab);
-                    }
-                },
-                painted);
+            measure(exports[brush] + ", 200 dabs" + (selecting ? ", selection" : ""), r.out, [stroke] {
+                for (const lumivex::Dab& dab : dabs) {
+                    stroke->stamp(dab);
+                }
+            }).per(painted);
         }
     }
 }

@@ -56,9 +56,7 @@ Pixels paint(Colour colour)
     }
     return pixels;
 }
-} // namespace
-
-Pixels photograph()
+Pixels invented()
 {
     return paint([](Pixels& pixels, int x, int y) {
         const float sky = 210.0F - 130.0F * static_cast<float>(y) / height;
@@ -67,6 +65,31 @@ Pixels photograph()
         const float green = 30.0F * octaves(x, y, 700, 3, 60);
         const float grain = static_cast<float>(hash(static_cast<uint32_t>(x), static_cast<uint32_t>(y), 9) & 3);
         pixels.insert(pixels.end(), {toByte(light - warm + grain), toByte(light + green), toByte(light + warm), 255});
+    });
+}
+
+/// What photograph() gives.
+Pixels& shared()
+{
+    static Pixels pixels;
+    return pixels;
+}
+} // namespace
+
+const Pixels& photograph()
+{
+    Pixels& pixels = shared();
+    if (pixels.empty()) {
+        pixels = invented();
+    }
+    return pixels;
+}
+
+void usePicture(const Pixels& pixels, int32_t columns, int32_t rows)
+{
+    shared() = paint([&](Pixels& made, int x, int y) {
+        const size_t from = (static_cast<size_t>(y % rows) * columns + x % columns) * 4;
+        made.insert(made.end(), &pixels[from], &pixels[from] + 4);
     });
 }
 

@@ -83,6 +83,13 @@ Places loadPlaces(const float* points, int64_t count)
     (std::make_integer_sequence<int, lanes>{});
 }
 
+/// Consecutive points of a polyline that have a neighbour on either side, and the polyline's directions there.
+struct Stretch
+{
+    Places point;
+    Places direction;
+};
+
 /// The host's points, an open polyline.
 class Polyline
 {
@@ -91,59 +98,11 @@ public:
 
     int64_t last() const { return count_ - 1; }
 
-    /// The cubic between two points, with controls along the polyline's tangents there.
-    BezierSegment fit(int64_t from, int64_t to) const
+    Stretch stretch(int64_t first) const
     {
-        const Place start = at(from);
-        const Place end = at(to);
-        const Place chord = end - start;
-        const double length = std::sqrt(dot(chord, chord)) * 0.5 * handle_;
-        return {narrowed(start), narrowed(end), narrowed(start + length * tangent(from)),
-                narrowed(end - length * tangent(to))};
-    }
-
-    /// Whether a point between the ends of a segment is as far from it as `limit`, which must be above 0.
-    bool strays(const BezierSegment& segment, int64_t from, int64_t to, double limit) const
-    {
-        constexpr int64_t lanes = laneCount<Doubles>;
-        const Curve curve(segment);
-        for (int64_t j = from + 1; j < to; j += lanes) {
-            const int64_t count = std::min(lanes, to - j);
-            Doubles index{};
-            for (int i = 0; i < lanes; ++i) {
-                index[i] = static_cast<double>(j - from + i);
-            }
-            const auto inside = index < static_cast<double>(to - from);
-            const Doubles distance = distances(curve, j, count, index / static_cast<double>(to - from));
-            if (any(inside & (distance >= limit))) {
-                return true;
-            }
-        }
-        return false;
-    }
-
-private:
-    /// The distances of points from the curve, measured across the polyline: where the curve crosses each point's
-    /// normal, found by Newton's method from a guess.
-    Doubles distances(const Curve& curve, int64_t j, int64_t count, Doubles t) const
-    {
-        constexpr int steps = 6;
-        constexpr double nearEnough = 0.0001;
-        const float* const here = points_ + j * 2;
-        const Places point = loadPlaces(here, count);
-        const Places direction = unit(loadPlaces(here + 2, count) - loadPlaces(here - 2, count));
-        for (int step = 0; step < steps; ++step) {
-            const Doubles along = dot(direction, curve.at(t) - point);
-            const auto isNear = (along <= nearEnough) & (along >= -nearEnough);
-            const Doubles slope = dot(direction, curve.derivative(t));
-            const auto steps_ = ~isNear & (slope != 0.0);
-            if (!any(steps_)) {
-                break;
-            }
-            t = t - select(steps_, along, Doubles{}) / select(steps_, slope, splat<Doubles>(1));
-        }
-        const Places miss = curve.at(t) - point;
-        return squareRoot(dot(miss, miss));
+        const int64_t count = last() - first;
+        const float* const here = points_ + first * 2;
+        return {loadPlaces(here, count), unit(loadPlaces(here + 2, count) - loadPlaces(here - 2, count))};
     }
 
     /// A point, or beyond the ends its reflection in the nearer end; (0, 0) where there is nothing to reflect.
@@ -158,11 +117,106 @@ private:
 
     Place tangent(int64_t i) const { return 0.7 * unit(at(i + 1) - at(i - 1)) + 0.3 * unit(at(i + 2) - at(i - 2)); }
 
-    static Point narrowed(Place place) { return {static_cast<float>(place.x), static_cast<float>(place.y)}; }
+    double handle() const { return handle_; }
 
+private:
     const float* points_;
     int64_t count_;
     double handle_;
+};
+
+/// Segments from one point of a polyline, which grow point by point.
+class Growth
+{
+public:
+    Growth(const Polyline& line, int64_t start)
+        : line_(line), start_(start), startPlace_(line.at(start)), startTangent_(line.tangent(start))
+    {
+    }
+
+    /// The cubic to a point, with controls along the polyline's tangents.
+    BezierSegment to(int64_t end) const
+    {
+        const Place endPlace = line_.at(end);
+        const Place chord = endPlace - startPlace_;
+        const double length = std::sqrt(dot(chord, chord)) * 0.5 * line_.handle();
+        return {narrowed(startPlace_), narrowed(endPlace), narrowed(startPlace_ + length * startTangent_),
+                narrowed(endPlace - length * line_.tangent(end))};
+    }
+
+    /// Whether a point before `end` is as far from a segment that ends there as `limit`, which must be above 0.
+    bool strays(const BezierSegment& segment, int64_t end, double limit)
+    {
+        constexpr int64_t lanes = laneCount<Doubles>;
+        const Curve curve(segment);
+        const auto steps = static_cast<double>(end - start_);
+        for (int64_t first = 1; first < end - start_; first += lanes) {
+            const Doubles index = countUp(static_cast<double>(first));
+            const auto inside = index < steps;
+            const Doubles distance = distances(curve, stretch(first), index / steps, inside);
+            if (any(inside & (distance >= limit))) {
+                return true;
+            }
+        }
+        return false;
+    }
+
+private:
+    /// A register of points from so many after the start. Every longer segment asks for them again, so the first are
+    /// kept: loading part of a register and finding directions takes as long as two steps towards the curve.
+    Stretch stretch(int64_t first)
+    {
+        const int64_t number = first / laneCount<Doubles>;
+        if (number >= mostKept) {
+            return line_.stretch(start_ + first);
+        }
+        if (number == kept_) {
+            stretches_[kept_++] = line_.stretch(start_ + first);
+        }
+        return stretches_[number];
+    }
+
+    /// The distances of points from the curve, measured across the polyline: where the curve crosses each point's
+    /// normal, found by Newton's method from a guess.
+    template <class Mask>
+    static Doubles distances(const Curve& curve, const Stretch& stretch, Doubles t, Mask inside)
+    {
+        constexpr int steps = 6;
+        constexpr double nearEnough = 0.0001;
+        const auto& [point, direction] = stretch;
+        for (int step = 0; step < steps; ++step) {
+            const Doubles along = dot(direction, curve.at(t) - point);
+            const auto isNear = (along <= nearEnough) & (along >= -nearEnough);
+            const Doubles slope = dot(direction, curve.derivative(t));
+            const auto steps_ = inside & ~isNear & (slope != 0.0);
+            if (!any(steps_)) {
+                break;
+            }
+            t = t - select(steps_, along, Doubles{}) / select(steps_, slope, splat<Doubles>(1));
+        }
+        const Places miss = curve.at(t) - point;
+        return squareRoot(dot(miss, miss));
+    }
+
+    static Doubles countUp(double from)
+    {
+        return [=]<int... i>(std::integer_sequence<int, i...>)
+        {
+            return Doubles{i...} + from;
+        }
+        (std::make_integer_sequence<int, laneCount<Doubles>>{});
+    }
+
+    static Point narrowed(Place place) { return {static_cast<float>(place.x), static_cast<float>(place.y)}; }
+
+    static constexpr int64_t mostKept = 32;
+
+    const Polyline& line_;
+    int64_t start_;
+    Place startPlace_;
+    Place startTangent_;
+    int64_t kept_ = 0;
+    Stretch stretches_[mostKept];
 };
 } // namespace
 
@@ -178,11 +232,14 @@ uint32_t BZ_Approximation(const float* points, int32_t count, float* segments, u
     do {
         // The point at which the error reaches its limit still belongs to the segment: that is meant. A limit that is
         // not above 0 leaves segments of one step.
+        Growth growth(line, start);
         int64_t end = std::min(start + 1, line.last());
-        while (end < line.last() && error > 0 && !line.strays(line.fit(start, end), start, end, error)) {
+        BezierSegment segment = growth.to(end);
+        while (end < line.last() && error > 0 && !growth.strays(segment, end, error)) {
             ++end;
+            segment = growth.to(end);
         }
-        store(segments + int64_t{*segment_count} * 8, line.fit(start, end));
+        store(segments + int64_t{*segment_count} * 8, segment);
         ++*segment_count;
         start = end;
     } while (start < line.last());

@@ -1,4 +1,4 @@
-// Rows of brush and retouch: whole strokes of every brush, as the host makes them, and retouching through a guide of soft blobs.
+// Rows of brush and retouch: strokes of every brush, as the host makes them, and retouching through a guide of blobs.
 #include "families.h"
 
 #include "lumivex.hpp"

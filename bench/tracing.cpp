@@ -47,16 +47,19 @@ private:
 /// Rounds of thinning only take away: as long as there is less, there was a change.
 void thinUntilStable(Pixels& work)
 {
+    // White pixels are odd, black ones even. In 32 bits, so that the compiler makes it as quick as reading.
     const auto foreground = [&] {
-        uint64_t sum = 0;
+        uint32_t sum = 0;
         for (size_t i = 0; i < work.size(); i += 4) {
-            sum += work[i];
+            uint32_t pixel = 0;
+            std::memcpy(&pixel, &work[i], sizeof pixel);
+            sum += pixel & 1;
         }
         return sum;
     };
     work = discs();
     uint32_t progress = 0;
-    for (uint64_t left = foreground(), before = left + 1; left < before;) {
+    for (uint32_t left = foreground(), before = left + 1; left < before;) {
         MORPH_Thinning(work.data(), mapColumns, mapRows, &progress);
         before = left;
         left = foreground();

@@ -1762,7 +1762,7 @@ LUMIVEX_API uint32_t LUMIVEX_CALL NL_GetPointPath(float* result, const float* ta
  * progress        After row y of pass k, from 0 on, (625 * k + y * (10000 / (height * 16))) / 100, in integers. It is
  *                 not written at entry, nor for pictures of fewer than five rows or columns, which stay as they are.
  *
- * They take memory for two or three bits a pixel; without it nothing is done. The functions return 1.
+ * They take memory for three or four bits a pixel; without it nothing is done. The functions return 1.
  * ================================================================================================================== */
 
 /* thin_white - Blue: 255 is foreground, 0 background. Deleted pixels become black. */

@@ -34,6 +34,26 @@ double filterFactor(float amount)
 {
     return static_cast<float>(1.0 - double{amount} / 51.0);
 }
+
+/// The grey that a table has for one level in each pixel.
+template <class P>
+P greyOf(const ByteTable& table, P level)
+{
+#if !defined(__AVX512VBMI__)
+    // A look-up by shuffles is made for four bytes in each pixel: for one of them, single look-ups make the whole
+    // operation take half the time at AVX2.
+    for (int i = 0; i < laneCount<P>; ++i) {
+        if constexpr (laneCount<P> == 1) {
+            level = table.values[level];
+        } else {
+            level[i] = table.values[level[i]];
+        }
+    }
+    return greyPixel(level);
+#else
+    return lookUp(table, greyPixel(level));
+#endif
+}
 } // namespace
 
 int32_t IM_NB(uint8_t* destination, const uint8_t* source, const float* tone_table, const uint8_t* selection,
@@ -60,7 +80,7 @@ int32_t IM_NB(uint8_t* destination, const uint8_t* source, const float* tone_tab
         const auto sum = (B * kR * kG + G * kR * kB + R * kG * kB) / 3.0;
         return clampToByte(convert<float>(sum / norm));
     };
-    const auto toned = [&](auto pixel) { return lookUp(table, greyPixel(byHalves(levelOf, pixel))); };
+    const auto toned = [&](auto pixel) { return greyOf(table, byHalves(levelOf, pixel)); };
     mapTone({selection, selection_only}, clipping_warning != 0, destination, count, toned, source);
     return height;
 }

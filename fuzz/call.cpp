@@ -1,13 +1,11 @@
-// Arguments for calls: sizes that fit together, numbers, and buffers.
+// The buffers of a call, its arguments' values, and what can be seen after it.
 #include "call.h"
 
 #include "blobs.h"
+#include "numbers.h"
 
 #include <algorithm>
-#include <climits>
-#include <cmath>
 #include <cstring>
-#include <limits>
 #include <sstream>
 
 namespace abuse
@@ -17,62 +15,10 @@ namespace
 using support::Guarded;
 using support::Random;
 
-constexpr double infinity = std::numeric_limits<double>::infinity();
-constexpr double notANumber = std::numeric_limits<double>::quiet_NaN();
-
-bool isPointer(const Parameter& parameter)
-{
-    return parameter.type.ends_with('*');
-}
-
-bool isReal(const Parameter& parameter)
-{
-    return parameter.type.find("float") != parameter.type.npos || parameter.type.find("double") != parameter.type.npos;
-}
-
 int64_t bytesOf(std::string_view type)
 {
     return type.find("double") != type.npos ? 8 : type.find("uint8_t") != type.npos ? 1 : 4;
 }
-
-/// Mostly small, so that many calls are made; below 1 now and then.
-int64_t drawSize(Draw& draw)
-{
-    switch (draw.below(16)) {
-    case 0: return draw.oneOf<int64_t>({0, -1, -7, INT_MIN});
-    case 1: return 1;
-    case 2: return 1 + draw.below(300);
-    default: return 1 + draw.below(48);
-    }
-}
-
-template <class Source>
-double anyReal(Source& draw)
-{
-    return draw.template oneOf<double>({0.0, -0.0, 0.5, -1.0, 50.0, 255.999, 1e-30, 1e-40, -1e-45, 2147483648.0, 9.3e18,
-                                        -9.3e18, 3.4e38, -3.4e38, infinity, -infinity, notANumber});
-}
-
-template <class Source>
-int64_t anyWhole(Source& draw)
-{
-    const auto some = static_cast<int64_t>(draw.below(600)) - 300;
-    return draw.template oneOf<int64_t>({some, some, some, some, 0, 1, INT_MAX, INT_MIN});
-}
-
-struct Range
-{
-    std::string_view parameter;
-    double low;
-    double high;
-};
-// Where the manual says what makes sense.
-const Range sensibleRanges[] = {{"hue", 0, 359},        {"brightness", 0, 100},     {"saturation", 0, 100},
-                                {"row", 0, 100},        {"contrast", 0, 100},       {"gamma", 0.1, 5},
-                                {"scale", 0.001, 1},    {"gx", -0.1, 0.1},          {"gy", -0.1, 0.1},
-                                {"m", 0.1, 4},          {"horizontal_scale", 0, 3}, {"vertical_scale", 0, 3},
-                                {"distance", -5, 200},  {"handle", 0, 100},         {"error", 0.05, 20},
-                                {"centre_x", -50, 100}, {"centre_y", -50, 100},     {"opacity", 0, 1}};
 
 template <class Number>
 Number* numbersOf(Guarded& memory)
@@ -170,118 +116,6 @@ Call::Call(const Export& callee, Draw draw, Numbers numbers, support::Place plac
             values_[i].pointer = buffers_[i]->data();
         }
     }
-}
-
-void Call::drawScalars(Draw& draw)
-{
-    constexpr std::string_view sizes[] = {"width", "height", "columns", "count", "stride", "mask_width", "mask_height"};
-    for (size_t i = 0; i < values_.size(); ++i) {
-        const Parameter& parameter = callee_.parameters[i];
-        if (isPointer(parameter)) {
-            continue;
-        }
-        if (isReal(parameter)) {
-            values_[i].real = drawReal(draw, parameter);
-        } else if (std::count(std::begin(sizes), std::end(sizes), parameter.name) != 0) {
-            values_[i].whole = drawSize(draw);
-        } else if (parameter.type == "uint8_t") {
-            values_[i].whole = draw.oneOf<int64_t>({0, 0, 1, 1, 127, 128, 254, 255, draw.below(256)});
-        } else {
-            values_[i].whole = anyWhole(draw);
-        }
-    }
-}
-
-double Call::drawReal(Draw& draw, const Parameter& parameter) const
-{
-    // Which row of the mask a scale leads to must be one that the host has.
-    const bool leadsToRows = parameter.name == "vertical_scale";
-    if (numbers_ == Numbers::any && draw.below(2) == 0) {
-        return leadsToRows ? draw.oneOf({0.0, -0.0, -1.0, -infinity, notANumber, 1e-40}) : anyReal(draw);
-    }
-    for (const Range& range : sensibleRanges) {
-        if (range.parameter == parameter.name) {
-            return static_cast<float>(draw.between(range.low, range.high));
-        }
-    }
-    return static_cast<float>(draw.between(1, 50));
-}
-
-/// Makes the sizes and places of a call fit each other.
-void Call::bindSizes(Draw& draw)
-{
-    if (has("last")) {
-        set("last", std::max<int64_t>(drawSize(draw), -100) - 1);
-    }
-    if (has("last_row")) {
-        const int64_t stride = std::max<int64_t>(whole("stride"), 1);
-        const auto lastColumn = static_cast<int64_t>(draw.below(static_cast<uint32_t>(stride + 1))) - 1;
-        set("stride", stride);
-        set("last_column", draw.below(3) == 0 ? lastColumn : stride - 1);
-        set("last_row", std::max<int64_t>(drawSize(draw), 0) - 1);
-        set("end", draw.below(static_cast<uint32_t>(std::max<int64_t>(whole("last_column"), 0) + 1)));
-    }
-    if (has("number")) {
-        const uint32_t count = 1 + draw.below(8);
-        set("count", count);
-        set("number", draw.below(count));
-    }
-    if (has("row_length")) {
-        const uint32_t count = whole("columns") > 0 ? draw.below(6) : 0;
-        set("count", count);
-        set("row_length", whole("columns") + count - (draw.oneIn(4) ? draw.below(count + 1) : 0));
-    }
-    if (has("mask_width")) {
-        set("mask_width", std::max<int64_t>(whole("mask_width"), 1));
-    }
-    if (has("x0") && !isReal(callee_.parameters[static_cast<size_t>(find("x0") - values_.data())])) {
-        drawRectangle(draw);
-    }
-    if (has("dx0")) {
-        drawDab(draw);
-    }
-    // Any width will do where there are no rows.
-    if (has("width") && has("height") && whole("height") < 1 && draw.oneIn(4)) {
-        set("width", INT_MAX);
-    }
-}
-
-/// Within the picture, or without columns or rows.
-void Call::drawRectangle(Draw& draw)
-{
-    const std::string_view name = callee_.name;
-    const std::string_view deed = name.substr(std::min<size_t>(3, name.size()));
-    const bool writesNeighbours = deed.starts_with("Dilatation") || deed.starts_with("Erosion");
-    const int64_t margin = writesNeighbours ? 1 : 0;
-    const int64_t beyond = writesNeighbours || name.starts_with("RE_") ? 0 : 1; // inclusive ones end one earlier
-    const auto side = [&](std::string_view size, std::string_view from, std::string_view to) {
-        const int64_t room = pixels() > 0 ? whole(size) - 2 * margin : 0;
-        const auto first = static_cast<int64_t>(room > 0 ? draw.below(static_cast<uint32_t>(room)) : 0);
-        const auto count = static_cast<int64_t>(room > 0 ? draw.below(static_cast<uint32_t>(room - first) + 1) : 0);
-        set(from, margin + first);
-        set(to, margin + first + count - beyond);
-    };
-    side("width", "x0", "x1");
-    side("height", "y0", "y1");
-}
-
-/// Clipped so that what lies inside the circle lies in the picture.
-void Call::drawDab(Draw& draw)
-{
-    rowsUnderDab_ = std::max<int64_t>(drawSize(draw), 0);
-    const int64_t r = draw.oneIn(8) ? draw.oneOf<int64_t>({0, -1, INT_MIN}) : 1 + draw.below(20);
-    set("r", r);
-    const auto side = [&](int64_t length, std::string_view centre, std::string_view from, std::string_view to) {
-        const int64_t at = static_cast<int64_t>(draw.below(60)) - 8;
-        // Beyond the circle any number will do; where the picture ends within it, none beyond that.
-        const int64_t low = -static_cast<int64_t>(draw.below(25));
-        const int64_t high = draw.below(25);
-        set(centre, at);
-        set(from, std::max(at - r < -1 ? -at : INT_MIN, draw.oneIn(8) ? INT_MIN : low));
-        set(to, std::min(at + r > length ? length - 1 - at : INT_MAX, draw.oneIn(8) ? INT_MAX : high));
-    };
-    side(pixels() > 0 ? whole("width") : 0, "cx", "dx0", "dx1");
-    side(pixels() > 0 ? rowsUnderDab_ : 0, "cy", "dy0", "dy1");
 }
 
 /// An outline to walk must fit its map: builds both from a picture of blobs.

@@ -3,6 +3,8 @@
 #include "adjust/lab_walk.h"
 #include "core/level.h"
 
+#include <algorithm>
+
 namespace lumivex::LUMIVEX_LEVEL
 {
 namespace
@@ -40,7 +42,7 @@ public:
     explicit Mixture(int32_t strength) : share_(static_cast<float>(strength / 100.0))
     {
         if (strength >= 0 && strength <= 100) {
-            const auto below = static_cast<int>(share_ * one);
+            const auto below = convert<int32_t>(share_ * one);
             short_ = suffices(below) ? below : suffices(below + 1) ? below + 1 : none;
         }
     }
@@ -74,7 +76,7 @@ private:
         bool same = true;
         for (int difference = -255; difference <= 255; ++difference) {
             const double product = difference * share_;
-            const auto whole = static_cast<int>(product);
+            const auto whole = convert<int32_t>(product);
             same &= (product < whole ? whole - 1 : whole) == (difference * share) >> 15;
         }
         return same;
@@ -98,8 +100,14 @@ void mixRow(uint8_t* out, const uint8_t* source, const uint8_t* equalised, const
 
 int32_t IM_GetTabBrillance(const uint8_t* source, const float* lightness, uint8_t* table, int32_t width, int32_t height)
 {
+    const int64_t pixels = Size{width, height}.pixelsByProduct();
+    if (pixels == 0) {
+        // What the division below comes to, without one by 0, which some hosts let trap.
+        std::fill_n(table, 256, uint8_t{0});
+        return height;
+    }
     float bins[256] = {};
-    inParts(Size{width, height}.pixelsByProduct(), countedAtOnce, [&](int64_t first, int64_t n) {
+    inParts(pixels, countedAtOnce, [&](int64_t first, int64_t n) {
         LevelCounters counters;
         for (int64_t i = 0; i < n; ++i) {
             const auto pixel = load<uint32_t>(source + (first + i) * 4);

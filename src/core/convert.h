@@ -5,6 +5,28 @@
 
 namespace lumivex::LUMIVEX_LEVEL
 {
+/// One number as a C cast converts it; the value must fit.
+///
+/// The instruction for one number is spelled out. Left to themselves, g++ converts before a clamp and chooses afterwards,
+/// and clang converts what lies beside the number in its register: both give the same number, but trap where a host lets
+/// them.
+template <class T, class From>
+inline T convertOne(From number)
+{
+#if defined(__SSE2__)
+    if constexpr (std::is_integral_v<T> && (std::is_same_v<From, double> || std::is_same_v<From, float>)) {
+        const __m128d alone = _mm_set_sd(static_cast<double>(number));
+        if constexpr (sizeof(T) < 4 || std::is_same_v<T, int32_t>) {
+            return static_cast<T>(_mm_cvttsd_si32(alone));
+        }
+#if defined(__x86_64__)
+        return static_cast<T>(_mm_cvttsd_si64(alone));
+#endif
+    }
+#endif
+    return static_cast<T>(number);
+}
+
 /// Converts lane by lane as a C cast does; the value must fit.
 ///
 /// g++ 12 takes conversions between four and eight bytes apart into pieces, so these are spelled out.
@@ -16,14 +38,7 @@ inline WithElement<V, T> convert(V lanes)
     [[maybe_unused]] constexpr bool toDouble = std::is_same_v<T, double> && laneCount<V> * 8 == registerBytes;
     [[maybe_unused]] constexpr bool fromDouble = std::is_same_v<From, double> && sizeof(V) == registerBytes;
     if constexpr (laneCount<V> == 1) {
-#if defined(__SSE2__)
-        if constexpr (std::is_floating_point_v<From> && std::is_integral_v<T> && !std::is_same_v<From, long double>) {
-            // Hides where the value is from: g++ would convert it before it is clamped and choose afterwards, which
-            // gives the same number, but traps where a host lets it.
-            asm("" : "+x"(lanes));
-        }
-#endif
-        return static_cast<T>(lanes);
+        return convertOne<T>(lanes);
 #if defined(__AVX512F__)
     } else if constexpr (toDouble && std::is_same_v<From, float>) {
         return std::bit_cast<Result>(_mm512_cvtps_pd(std::bit_cast<__m256>(lanes)));

@@ -84,7 +84,7 @@ struct WideSums
     Register<uint32_t> low{};
     Register<uint32_t> high{};
 
-    /// Adds a * weightA + b * weightB, lane by lane; lanes and weights below 2^15.
+    /// Adds a * weightA + b * weightB, lane by lane; the lanes are signed here.
     void addProducts(Words a, Words b, int weightA, int weightB)
     {
 #if defined(__SSE2__)
@@ -93,7 +93,7 @@ struct WideSums
         low += multiplyAdd(interleaveLow(a, b), weights);
         high += multiplyAdd(interleaveHigh(a, b), weights);
 #else
-        const auto wide = [](auto half) { return convert<uint32_t>(half); };
+        const auto wide = [](auto half) { return bitsAs<uint32_t>(convert<int32_t>(bitsAs<int16_t>(half))); };
         low += wide(lowHalf(a)) * static_cast<uint32_t>(weightA) + wide(lowHalf(b)) * static_cast<uint32_t>(weightB);
         high += wide(highHalf(a)) * static_cast<uint32_t>(weightA) + wide(highHalf(b)) * static_cast<uint32_t>(weightB);
 #endif

@@ -10,84 +10,118 @@ namespace lumivex::LUMIVEX_LEVEL
 {
 namespace
 {
-/// Bytes of weight-times-sum divided by the weights' total, truncated.
-///
-/// sumOf(i) adds up the bytes of weight kernel.distinct()[i]: those of equal weight are added first, in 16 bits, and
-/// only the few sums are weighed, in 16 bits too where the total allows it, else in pairs of them in 32.
-template <const auto& kernel, class SumOf>
-[[gnu::always_inline]] inline HalfBytes average(SumOf sumOf)
+/// Adds sum times a weight; weights that are mostly 0, 1 or -1 cost what they should.
+template <int weight>
+[[gnu::always_inline]] inline void addTimes(Words& total, Words sum)
 {
-    constexpr auto weights = kernel.distinct();
-    constexpr uint32_t largest = kernel.total() * 255u;
-    if constexpr (largest < 65536) {
-        Words sum{};
-        unroll<weights.count>([&](auto i) { sum += sumOf(i) * static_cast<uint16_t>(weights.values[i]); });
-        return narrowToBytes(sum / static_cast<uint16_t>(kernel.total()));
-    } else {
-        WideSums sums;
-        unroll<(weights.count + 1) / 2>([&](auto pair) {
-            constexpr int first = 2 * pair;
-            constexpr int second = first + 1;
-            if constexpr (second < weights.count) {
-                sums.addProducts(sumOf(std::integral_constant<int, first>{}),
-                                 sumOf(std::integral_constant<int, second>{}), weights.values[first],
-                                 weights.values[second]);
-            } else {
-                sums.addProducts(sumOf(std::integral_constant<int, first>{}), Words{}, weights.values[first], 0);
-            }
-        });
-        sums.low = quotient<kernel.total(), largest>(sums.low);
-        sums.high = quotient<kernel.total(), largest>(sums.high);
-        return narrowToBytes(sums.narrow());
+    if constexpr (weight == 1) {
+        total += sum;
+    } else if constexpr (weight == -1) {
+        total -= sum;
+    } else if constexpr (weight != 0) {
+        total += sum * static_cast<uint16_t>(weight);
     }
 }
 
-/// Sums over the rows y - d and y + d, for each distance d, of the bytes of some columns. The window is symmetric.
+/// Sums for the columns of a strip: by the kernel's factor `down`, and of what it leaves for columns at each distance.
+/// All in 16 bits, the rests with a sign.
 template <const auto& kernel>
 struct KernelWindow
 {
     static constexpr int border = kernel.border;
     static constexpr uint32_t total = kernel.total();
-    alignas(64) WindowSums<border> values[border + 1];
-
+    static constexpr uint32_t largest = total * 255;
     static constexpr int weightAt(int dx, int dy) { return kernel.at(std::abs(dx), std::abs(dy)); }
+    static_assert(kernel.largestColumns() < 32768 && kernel.largestRest() < 32768);
+
+    alignas(64) WindowSums<border> columns;
+    WindowSums<border> rests[border + 1];
 
     void fill(const Source& source, int64_t y, int64_t first, int64_t count)
     {
-        unroll<border + 1>([&](auto distance) {
-            const uint8_t* const above = source.at(first, y - distance);
-            const uint8_t* const below = source.at(first, y + distance);
-            coverInSteps(0, count * windowChannels, laneCount<Words>, [&](int64_t i) {
-                Words sum = widenBytes(load<HalfBytes>(above + i));
-                if constexpr (distance > 0) {
-                    sum += widenBytes(load<HalfBytes>(below + i));
+        const uint8_t* above[border + 1];
+        const uint8_t* below[border + 1];
+        for (int dy = 0; dy <= border; ++dy) {
+            above[dy] = source.at(first, y - dy);
+            below[dy] = source.at(first, y + dy);
+        }
+        coverInSteps(0, count * windowChannels, laneCount<Words>, [&](int64_t i) {
+            Words rows[border + 1];
+            unroll<border + 1>([&](auto dy) {
+                rows[dy] = widenBytes(load<HalfBytes>(above[dy] + i));
+                if constexpr (dy > 0) {
+                    rows[dy] += widenBytes(load<HalfBytes>(below[dy] + i));
                 }
-                store(&values[distance][i], sum);
+            });
+            Words column{};
+            unroll<border + 1>([&](auto dy) { addTimes<kernel.down[dy]>(column, rows[dy]); });
+            store(&columns[i], column);
+            unroll<border + 1>([&](auto dx) {
+                if constexpr (kernel.hasRest(dx)) {
+                    Words rest{};
+                    unroll<border + 1>([&](auto dy) { addTimes<kernel.rest(dx, dy)>(rest, rows[dy]); });
+                    store(&rests[dx][i], rest);
+                }
             });
         });
     }
 
     HalfBytes averageAt(int64_t x) const
     {
-        const auto at = [&](int distance, int column) {
-            return load<Words>(&values[distance][(x + column) * windowChannels]);
+        const auto at = [&](const WindowSums<border>& sums, int column) {
+            return load<Words>(&sums[(x + column) * windowChannels]);
         };
-        return average<kernel>([&](auto i) {
-            constexpr int weight = kernel.distinct().values[i];
-            Words sum{};
-            unroll<border + 1>([&](auto dy) {
-                unroll<border + 1>([&](auto dx) {
-                    if constexpr (kernel.at(dx, dy) == weight) {
-                        sum += at(dy, border + dx);
-                        if constexpr (dx > 0) {
-                            sum += at(dy, border - dx);
-                        }
-                    }
-                });
-            });
-            return sum;
+        const auto bothAt = [&](const WindowSums<border>& sums, auto distance) {
+            if constexpr (distance == 0) {
+                return at(sums, border);
+            } else {
+                return at(sums, border - distance) + at(sums, border + distance);
+            }
+        };
+        Words rest{};
+        unroll<border + 1>([&](auto dx) {
+            if constexpr (kernel.hasRest(dx)) {
+                rest += bothAt(rests[dx], dx);
+            }
         });
+        if constexpr (largest < 65536) {
+            Words sum = rest;
+            unroll<border + 1>([&](auto dx) { addTimes<kernel.across[dx]>(sum, bothAt(columns, dx)); });
+            return narrowToBytes(sum / static_cast<uint16_t>(total));
+        } else {
+            WideSums sums;
+            unroll<(termCount + 1) / 2>([&](auto pair) {
+                constexpr int first = 2 * pair;
+                constexpr int second = first + 1;
+                const auto term = [&](auto i) {
+                    if constexpr (i > border) {
+                        return rest;
+                    } else if constexpr (i == border && restsJoinOutermost) {
+                        return bothAt(columns, i) + rest;
+                    } else {
+                        return bothAt(columns, i);
+                    }
+                };
+                const Words a = term(constant<first>);
+                if constexpr (second < termCount) {
+                    sums.addProducts(a, term(constant<second>), weightOfTerm(first), weightOfTerm(second));
+                } else {
+                    sums.addProducts(a, Words{}, weightOfTerm(first), 0);
+                }
+            });
+            sums.low = quotient<total, largest>(sums.low);
+            sums.high = quotient<total, largest>(sums.high);
+            return narrowToBytes(sums.narrow());
+        }
     }
+
+private:
+    // What is weighed: the columns at each distance, then the rests, unless the outermost columns, which weigh 1 as
+    // they do, have room for them.
+    static constexpr bool restsJoinOutermost =
+        kernel.across[border] == 1 && kernel.largestColumns() + kernel.largestRest() < 32768;
+    static constexpr int termCount = border + (restsJoinOutermost ? 1 : 2);
+    static constexpr int weightOfTerm(int i) { return i > border ? 1 : kernel.across[i]; }
 };
 
 template <const auto& kernel>

@@ -38,18 +38,19 @@ int32_t IM_SetDataLab(float* lightness, float* a, float* b, uint32_t* progress)
     const Terms reds(0);
     const Terms greens(1);
     const Terms blues(2);
+    LabBlock<levels> block;
     for (int blue = 0; blue < levels; ++blue) {
         for (int green = 0; green < levels; ++green) {
+            for (int red = 0; red < levels; red += laneCount<Singles>) {
+                block.setSums(red, [&](int row, int half) {
+                    return load<Doubles>(&reds.values[row][red + half * laneCount<Doubles>]) +
+                           greens.values[row][green] + blues.values[row][blue];
+                });
+            }
+            block.takeRoots(levels);
             const int64_t first = (int64_t{blue} * levels + green) * levels;
             for (int red = 0; red < levels; red += laneCount<Singles>) {
-                const auto sum = [&](int row) {
-                    const auto half = [&](int at) {
-                        return narrow(load<Doubles>(&reds.values[row][at]) + greens.values[row][green] +
-                                      blues.values[row][blue]);
-                    };
-                    return join(half(red), half(red + laneCount<Doubles>));
-                };
-                const auto colour = labOfXyz(sum(0), sum(1), sum(2));
+                const auto colour = block.colours(red);
                 store(lightness + first + red, colour.l);
                 store(a + first + red, colour.a);
                 store(b + first + red, colour.b);

@@ -180,6 +180,17 @@ using Constant = std::integral_constant<decltype(value), value>;
 template <auto value>
 inline constexpr Constant<value> constant{};
 
+/// Calls f with std::integral_constant<int, 0> to <int, count - 1>: a loop the compiler has no choice but to unroll.
+template <int count, class Function>
+[[gnu::always_inline]] inline void unroll(Function f)
+{
+    [&]<int... i>(std::integer_sequence<int, i...>)
+    {
+        (f(std::integral_constant<int, i>{}), ...);
+    }
+    (std::make_integer_sequence<int, count>{});
+}
+
 template <class V>
 using HalfOf = Lanes<ElementOf<V>, laneCount<V> / 2>;
 

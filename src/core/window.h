@@ -3,21 +3,8 @@
 
 #include "core/map.h"
 
-#include <utility>
-
 namespace lumivex::LUMIVEX_LEVEL
 {
-/// Calls f with std::integral_constant<int, 0> to <int, count - 1>: a loop the compiler has no choice but to unroll.
-template <int count, class Function>
-[[gnu::always_inline]] inline void unroll(Function f)
-{
-    [&]<int... i>(std::integer_sequence<int, i...>)
-    {
-        (f(std::integral_constant<int, i>{}), ...);
-    }
-    (std::make_integer_sequence<int, count>{});
-}
-
 /// Whether a picture is high enough for a window of `border` pixels to each side. One too narrow still has rows.
 inline bool hasInteriorRows(Size size, int border)
 {

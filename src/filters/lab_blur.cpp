@@ -1,24 +1,20 @@
 // Blurs of lightness alone or of the two colour axes alone, through the host's Lab cube.
-#include "core/lab_cube.h"
 #include "core/level.h"
 #include "core/truncate.h"
-#include "core/window.h"
 #include "filters/kernels.h"
-
-#include <algorithm>
+#include "filters/lab_rows.h"
 
 namespace lumivex::LUMIVEX_LEVEL
 {
 namespace
 {
 using Singles = Register<float>;
-constexpr int border = gaussian5.border;
-constexpr int window = 2 * border + 1;
 using Doubles = Register<double>;
-constexpr int lanes = laneCount<Singles>;
-constexpr int abreast = 4;
-constexpr int64_t stripPixels = 512;
-constexpr int64_t averagesLength = stripPixels + abreast * lanes;
+constexpr int border = gaussian5.border;
+using Rows = LabRows<3, border>;
+constexpr int window = Rows::window;
+enum Plane { planeL, planeA, planeB };
+using Averages = float[Rows::stripPixels + Rows::spare];
 
 /// The kernel row by row, from the upper left neighbour on.
 struct Weights
@@ -71,62 +67,34 @@ int64_t pixelsToBlur(const Selection& selection, Size size, bool firstSelected)
     return columns * rows;
 }
 
-/// L*a*b* of the pixels of some rows of a strip, from the host's cube: each is looked up once and used 25 times.
-///
-/// Looking up whole rows ahead of the arithmetic lets the processor wait for many distant cache lines at once.
-class LabRows
+/// The weighted averages, clamped, of the windows whose left columns are the first `count` of the strip.
+template <const Weights& weights>
+void average(Averages& averages, const Rows& labRows, Plane plane, int64_t y, int64_t count, double low, double high)
 {
-public:
-    enum Plane { l, a, b };
-
-    LabRows(const float* lightness, const float* aAxis, const float* bAxis) : planes_{lightness, aAxis, bAxis} {}
-
-    /// Looks up `count` pixels of row y.
-    void lookUp(int64_t y, const uint8_t* pixels, int64_t count)
-    {
-        for (int64_t x = 0; x < count; x += lanes) {
-            const auto index = cubeIndex(loadPart<Pixels>(pixels + x * 4, count - x));
-            for (int plane = 0; plane < 3; ++plane) {
-                store(rows_[plane][y % window] + x, gather(planes_[plane], index));
-            }
-        }
+    constexpr int abreast = 4;
+    static_assert(abreast * laneCount<Doubles> <= Rows::spare);
+    const float* rows[window];
+    for (int dy = 0; dy < window; ++dy) {
+        rows[dy] = labRows.row(plane, y + dy - border);
     }
-
-    /// Row y, from the first column looked up on.
-    const float* row(Plane plane, int64_t y) const { return rows_[plane][y % window]; }
-
-    /// The weighted averages, clamped, of the windows whose left columns are the first `count` of the strip.
-    template <const Weights& weights>
-    void average(float* averages, Plane plane, int64_t y, int64_t count, double low, double high) const
-    {
-        const float* rows[window];
-        for (int dy = 0; dy < window; ++dy) {
-            rows[dy] = row(plane, y + dy - border);
-        }
-        for (int64_t x = 0; x < count; x += abreast * laneCount<Doubles>) {
-            // Each addition waits for the truncation before it, so several totals run abreast.
-            Doubles totals[abreast] = {};
-            unroll<window * window>([&](auto i) {
-                constexpr int dy = i / window;
-                constexpr int dx = i % window;
-                unroll<abreast>([&](auto k) {
-                    const auto values = load<HalfOf<Singles>>(rows[dy] + x + dx + k * laneCount<Doubles>);
-                    // Truncated after every addition, which changes the result and is meant.
-                    totals[k] = truncate(totals[k] + widen(values) * weights.values[dy][dx]);
-                });
-            });
+    for (int64_t x = 0; x < count; x += abreast * laneCount<Doubles>) {
+        // Each addition waits for the truncation before it, so several totals run abreast.
+        Doubles totals[abreast] = {};
+        unroll<window * window>([&](auto i) {
+            constexpr int dy = i / window;
+            constexpr int dx = i % window;
             unroll<abreast>([&](auto k) {
-                const auto mean = totals[k] / static_cast<double>(gaussian5.total());
-                store(averages + x + k * laneCount<Doubles>, narrow(clampNumber(mean, low, high)));
+                const auto values = load<HalfOf<Singles>>(rows[dy] + x + dx + k * laneCount<Doubles>);
+                // Truncated after every addition, which changes the result and is meant.
+                totals[k] = truncate(totals[k] + widen(values) * weights.values[dy][dx]);
             });
-        }
+        });
+        unroll<abreast>([&](auto k) {
+            const auto mean = totals[k] / static_cast<double>(gaussian5.total());
+            store(averages + x + k * laneCount<Doubles>, narrow(clampNumber(mean, low, high)));
+        });
     }
-
-private:
-    const float* planes_[3];
-    // The last registers of a strip read, but do not use, what stands behind its values.
-    alignas(64) float rows_[3][window][stripPixels + 2 * border + abreast * lanes] = {};
-};
+}
 
 /// New L*a*b* for one row of a strip.
 struct NewRow
@@ -136,17 +104,17 @@ struct NewRow
     const float* b;
 };
 
-/// Walks the interior in bands of rows and strips of columns, so that the rows of a window fit on the stack.
-/// newRow(rows, y, count) gives the new values for the first `count` columns of a strip in row y.
+/// Blurs the first `toBlur` interior pixels. newRow(rows, y, count) gives the new values for the first `count` columns
+/// of a strip in row y.
 template <class MakeRow>
-void blurLab(const Target& target, const Source& source, LabRows rows, int64_t toBlur, const Progress& progress,
+void blurLab(const Target& target, const Source& source, Rows rows, int64_t toBlur, const Progress& progress,
              MakeRow newRow)
 {
-    constexpr int64_t bandRows = 64; // four more are looked up for each band
-    const Size size = source.size;
-    const int64_t columns = size.width - 2 * border;
-    const int64_t end = size.height - border;
-    const auto blurRow = [&](int64_t first, int64_t y, int64_t count) {
+    constexpr int lanes = laneCount<Singles>;
+    const int64_t columns = std::max(source.size.width - 2 * border, 1);
+    const int64_t rowCount = (toBlur + columns - 1) / columns;
+    forEachLabStrip(source, rows, rowCount, progress, [&](int64_t first, int64_t y, int64_t width) {
+        const int64_t count = std::min(width, toBlur - (y - border) * columns - first);
         const NewRow row = newRow(rows, y, count);
         for (int64_t x = 0; x < count; x += lanes) {
             uint8_t* const out = target.at(border + first + x, y);
@@ -155,24 +123,7 @@ void blurLab(const Target& target, const Source& source, LabRows rows, int64_t t
                 LabLanes<Singles>{load<Singles>(row.l + x), load<Singles>(row.a + x), load<Singles>(row.b + x)});
             storePart(out, withColour(old, blurred), count - x);
         }
-    };
-    for (int64_t top = border; top < end; top += bandRows) {
-        const int64_t bottom = std::min(top + bandRows, end);
-        const bool anyLeft = (top - border) * columns < toBlur;
-        for (int64_t first = 0; anyLeft && first < columns; first += stripPixels) {
-            const int64_t width = std::min(stripPixels, columns - first);
-            for (int64_t y = top - border; y < bottom + border; ++y) {
-                rows.lookUp(y, source.at(first, y), width + 2 * border);
-                const int64_t middle = y - border; // of the window that this row completes
-                if (middle >= top) {
-                    blurRow(first, middle, std::min(width, toBlur - (middle - border) * columns - first));
-                }
-            }
-        }
-        for (int64_t y = top; y < bottom; ++y) {
-            progress.rowDone(y);
-        }
-    }
+    });
 }
 } // namespace
 
@@ -191,12 +142,12 @@ int32_t IM_FlouLAB_L(uint8_t* destination, const uint8_t* source, const float* l
     const int64_t deciding = int64_t{use_selection} + 3;
     const bool first = !selected.active || deciding >= int64_t{width} * height * 4 || *selected.from(deciding) != 0;
 
-    float averages[averagesLength];
-    const auto newRow = [&](const LabRows& rows, int64_t y, int64_t count) {
-        rows.average<weights>(averages, LabRows::l, y, count, 0, 100);
-        return NewRow{averages, rows.row(LabRows::a, y) + border, rows.row(LabRows::b, y) + border};
+    Averages averages;
+    const auto newRow = [&](const Rows& rows, int64_t y, int64_t count) {
+        average<weights>(averages, rows, planeL, y, count, 0, 100);
+        return NewRow{averages, rows.row(planeA, y) + border, rows.row(planeB, y) + border};
     };
-    blurLab({destination, size}, {source, size}, {lightness, a, b}, pixelsToBlur(selected, size, first), counter,
+    blurLab({destination, size}, {source, size}, Rows(lightness, a, b), pixelsToBlur(selected, size, first), counter,
             newRow);
     return height;
 }
@@ -211,15 +162,15 @@ int32_t IM_FlouLAB_AB(uint8_t* destination, const uint8_t* source, const float* 
     if (!hasInteriorRows(size, border)) {
         return height;
     }
-    float averagesOfA[averagesLength];
-    float averagesOfB[averagesLength];
-    const auto newRow = [&](const LabRows& rows, int64_t y, int64_t count) {
-        rows.average<weights>(averagesOfA, LabRows::a, y, count, -120, 120);
-        rows.average<weights>(averagesOfB, LabRows::b, y, count, -120, 120);
-        return NewRow{rows.row(LabRows::l, y) + border, averagesOfA, averagesOfB};
+    Averages averagesOfA;
+    Averages averagesOfB;
+    const auto newRow = [&](const Rows& rows, int64_t y, int64_t count) {
+        average<weights>(averagesOfA, rows, planeA, y, count, -120, 120);
+        average<weights>(averagesOfB, rows, planeB, y, count, -120, 120);
+        return NewRow{rows.row(planeL, y) + border, averagesOfA, averagesOfB};
     };
     const Selection selected(selection, use_selection);
-    blurLab({destination, size}, {source, size}, {lightness, a, b}, pixelsToBlur(selected, size, true), counter,
+    blurLab({destination, size}, {source, size}, Rows(lightness, a, b), pixelsToBlur(selected, size, true), counter,
             newRow);
     return height;
 }

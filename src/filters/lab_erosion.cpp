@@ -1,10 +1,8 @@
 // Erosion of the two colour axes of L*a*b*, with the host's lightness.
-#include "core/interior.h"
-#include "core/lab_cube.h"
 #include "core/level.h"
 #include "core/truncate.h"
+#include "filters/lab_rows.h"
 
-#include <algorithm>
 #include <limits>
 
 namespace lumivex::LUMIVEX_LEVEL
@@ -13,12 +11,15 @@ namespace
 {
 using Singles = Register<float>;
 
-/// The new values of an axis from those of some pixels and of their neighbours above, below, left and right.
-Singles eroded(Singles centre, const Singles (&neighbours)[4])
+using Rows = LabRows<2, 1>;
+
+/// The new values of an axis for the pixels whose left neighbours are the strip's from column x on.
+Singles eroded(const Rows& rows, int axis, int64_t x, int64_t y)
 {
+    const auto at = [&](int dx, int dy) { return load<Singles>(rows.row(axis, y + dy) + x + 1 + dx); };
     // The largest neighbour has the least difference. Not-a-number fails every comparison and is passed over.
     auto largest = splat<Singles>(-std::numeric_limits<float>::infinity());
-    for (const Singles neighbour : neighbours) {
+    for (const Singles neighbour : {at(0, -1), at(0, 1), at(-1, 0), at(1, 0)}) {
         largest = maximum(neighbour, largest);
     }
     const auto erode = [](auto own, auto neighbour) {
@@ -28,7 +29,7 @@ Singles eroded(Singles centre, const Singles (&neighbours)[4])
         const auto least = minimum(difference, splat<Register<double>>(-120));
         return narrow(clampNumber(whole + least, -120, 120));
     };
-    return byHalves(erode, centre, largest);
+    return byHalves(erode, at(0, 0), largest);
 }
 } // namespace
 
@@ -39,35 +40,32 @@ int32_t IM_ErosionLAB_AB(uint8_t* destination, const uint8_t* source, const floa
     constexpr int lanes = laneCount<Singles>;
     const Progress counter(progress, height);
     const Size size{width, height};
-    const Source picture{source, size};
+    if (!hasInteriorRows(size, 1)) {
+        return height;
+    }
     const Target target{destination, size};
     const Selection selected(selection, use_selection);
-    forEachInteriorRow(size, 1, [&](int64_t y) {
-        for (int64_t x = 1; x < width - 1; x += lanes) {
-            const int64_t count = std::min<int64_t>(lanes, width - 1 - x);
-            const auto indexAt = [&](int64_t dx, int64_t dy) {
-                return cubeIndex(loadPart<Pixels>(picture.at(x + dx, y + dy), count));
-            };
-            const Pixels centre = indexAt(0, 0);
-            const Pixels neighbours[] = {indexAt(0, -1), indexAt(0, 1), indexAt(-1, 0), indexAt(1, 0)};
-            const auto axis = [&](const float* plane) {
-                return eroded(gather(plane, centre), {gather(plane, neighbours[0]), gather(plane, neighbours[1]),
-                                                      gather(plane, neighbours[2]), gather(plane, neighbours[3])});
-            };
-            Singles l{};
-            for (int64_t i = 0; i < count; ++i) {
-                l[i] = lightness[(y * width + x + i) * 4];
-            }
+    Rows rows(a, b);
+    float l[Rows::stripPixels + Rows::spare] = {};
+    forEachLabStrip({source, size}, rows, height, counter, [&](int64_t first, int64_t y, int64_t columns) {
+        // Ahead of the arithmetic, for the same reason as the planes.
+        for (int64_t column = 0; column < columns; ++column) {
+            l[column] = lightness[(y * width + first + 1 + column) * 4];
+        }
+        for (int64_t column = 0; column < columns; column += lanes) {
+            const int64_t count = std::min<int64_t>(lanes, columns - column);
+            const int64_t x = first + column + 1;
+            const LabLanes<Singles> colour{load<Singles>(l + column), eroded(rows, 0, column, y),
+                                           eroded(rows, 1, column, y)};
             uint8_t* const out = target.at(x, y);
             const auto old = loadPart<Pixels>(out, count);
-            auto result = withColour(old, pixelsOfLab(LabLanes<Singles>{l, axis(a), axis(b)}));
+            auto result = withColour(old, pixelsOfLab(colour));
             if (selected.active) {
                 const auto mask = loadPart<Pixels>(selected.from((y * width + x) * 4), count);
                 result = select(selects(mask), result, old);
             }
             storePart(out, result, count);
         }
-        counter.rowDone(y);
     });
     return height;
 }

@@ -50,8 +50,8 @@ double nanosecondsAPixel(const Case& tried, uint8_t* to, const uint8_t* from, in
 
 void printLinearity(double leastSeconds)
 {
-    constexpr double megapixels[] = {0.1, 0.5, 2, 12, 50};
-    constexpr size_t most = size_t{50} * 1000 * 1000 * 4 + 65536;
+    constexpr double megapixels[] = {0.1, 0.5, 2, 12, 50, 200};
+    constexpr size_t most = size_t{200} * 1000 * 1000 * 4 + 65536;
     const Pixels& picture = photograph();
     Pixels from(most);
     for (size_t at = 0; at < most; at += picture.size()) {

@@ -44,8 +44,8 @@ public:
     const float* row(int plane, int64_t y) const { return rows_[plane][y % window]; }
 
 private:
-    const float* planes_[planes];
     alignas(64) float rows_[planes][window][stripPixels + 2 * border + spare] = {};
+    const float* planes_[planes];
 };
 
 /// Walks the first `rowCount` interior rows in bands of rows and strips of columns, so that the rows of a window fit on

@@ -3,6 +3,6 @@
 
 namespace bench
 {
-/// Prints nanoseconds a pixel from 0.1 to 50 megapixels, and for radii of the box blur.
+/// Prints nanoseconds a pixel from 0.1 to 200 megapixels, and for radii of the box blur.
 void printLinearity(double leastSeconds);
 } // namespace bench

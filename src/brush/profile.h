@@ -110,7 +110,7 @@ public:
     template <class P>
     P mix(P a, const FixedEntries<P>& weight, P b) const
     {
-        return mixFixed<rounding == Rounding::nearest ? 1 : 0>(a, weight, b);
+        return mixFixed < rounding == Rounding::nearest ? 1 : 0 > (a, weight, b);
     }
 
     template <class P>
@@ -152,6 +152,6 @@ inline auto coverage(double opacity)
 template <class P>
 inline P onBackground(P pixel, P background)
 {
-    return select(alpha(pixel) == 0u, background, pixel);
+    return selectLoaded(alpha(pixel) == 0u, background, pixel);
 }
 } // namespace lumivex::LUMIVEX_LEVEL

@@ -6,8 +6,8 @@
 // between two of them there is a multiple of 1 / 65536, which does as well as any weight there.
 #pragma once
 
+#include "core/channels.h"
 #include "core/fractions.h"
-#include "core/picture.h"
 
 namespace lumivex::LUMIVEX_LEVEL
 {
@@ -22,12 +22,12 @@ inline V highProduct(V a, V b)
     } else
 #endif
 #if defined(__AVX2__)
-    if constexpr (sizeof(V) == 32) {
+        if constexpr (sizeof(V) == 32) {
         return std::bit_cast<V>(_mm256_mulhi_epi16(std::bit_cast<__m256i>(a), std::bit_cast<__m256i>(b)));
     } else
 #endif
 #if defined(__SSE2__)
-    if constexpr (sizeof(V) == 16) {
+        if constexpr (sizeof(V) == 16) {
         return std::bit_cast<V>(_mm_mulhi_epi16(std::bit_cast<__m128i>(a), std::bit_cast<__m128i>(b)));
     } else
 #endif
@@ -138,15 +138,10 @@ inline P mixFixed(P a, const FixedEntries<P>& weight, P b)
 {
     const auto fine = bitsAs<int16_t>(weight.fine);
     const auto coarse = lowHalves(weight.coarse);
-    const auto mixed = [&](P channelsA, P channelsB) {
-        const auto from = bitsAs<int16_t>(channelsB);
-        const auto difference = bitsAs<int16_t>(channelsA) - from;
-        const auto twice = from + from + half + difference * coarse + highProduct(difference, fine);
-        return bitsAs<uint32_t>(twice >> int16_t{1});
+    const auto mixed = [=](auto from, auto to) {
+        const auto difference = from - to;
+        return (to + to + half + difference * coarse + highProduct(difference, fine)) >> int16_t{1};
     };
-    // Blue and red, and green with alpha, in 16 bits each.
-    const auto outer = mixed(a & 0xff00ffu, b & 0xff00ffu);
-    const auto inner = mixed((a >> 8u) & 0xffu, (b >> 8u) & 0xffu);
-    return outer | inner << 8u;
+    return byWords(mixed, a, b) & colourBits;
 }
 } // namespace lumivex::LUMIVEX_LEVEL

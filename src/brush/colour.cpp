@@ -11,14 +11,14 @@ int32_t BR_Couleur(uint8_t* picture, const uint8_t* brush, const uint8_t* select
 {
     const Dab dab{brush, {selection, selection_only}, width, cx, cy, dx0, dy0, dx1, dy1, r};
     const auto colour = pixelOf<uint32_t>(blue, green, red);
-    const auto keep = retention(opacity);
     const auto raise = static_cast<float>(100.0 * double{opacity});
-    const auto paint = [&](auto old, auto value) {
-        using P = decltype(old);
-        const auto entries = entriesOf(profile, value);
-        return mixByEntries(keep, old, entries, splat<P>(colour)) | raisedAlpha(old, entries, raise);
-    };
-    return stamp(dab, picture, paint);
+    return paintBy<Rounding::down>(dab, profile, retention(opacity), raise, [&](const auto& weights) {
+        return stamp(dab, picture, [&](auto old, auto value) {
+            using P = decltype(old);
+            const auto weight = weights.at(value);
+            return weights.mix(old, weight, splat<P>(colour)) | weights.raisedAlpha(old, weight);
+        });
+    });
 }
 
 int32_t BR_CouleurRoot(uint8_t* picture, const uint8_t* root, uint8_t* least, const uint8_t* brush,
@@ -28,17 +28,18 @@ int32_t BR_CouleurRoot(uint8_t* picture, const uint8_t* root, uint8_t* least, co
 {
     const Dab dab{brush, {selection, selection_only}, width, cx, cy, dx0, dy0, dx1, dy1, r};
     const auto colour = pixelOf<uint32_t>(blue, green, red);
-    const Keeps keeps(profile, retention(opacity));
     // Byte 0 is the least value so far, the rest what the plane holds there.
     const auto lower = [](auto before, auto value) {
         using P = decltype(before);
         return (before & ~0xffu) | minimum(before & 0xffu, value & splat<P>(0xff));
     };
-    const auto paint = [&](auto, auto value, auto before, auto original) {
-        using P = decltype(original);
-        return mix(original, keeps(lower(before, value)), splat<P>(colour)) | alphaBits;
-    };
-    stamp(dab, picture, paint, least, root);
+    paintBy<Rounding::down>(dab, profile, retention(opacity), 0, [&](const auto& weights) {
+        const auto paint = [&](auto, auto value, auto before, auto original) {
+            using P = decltype(original);
+            return weights.mix(original, weights.at(lower(before, value)), splat<P>(colour)) | alphaBits;
+        };
+        return stamp(dab, picture, paint, least, root);
+    });
     return stamp(dab, least, lower);
 }
 
@@ -49,12 +50,13 @@ int32_t BR_CouleurFond(uint8_t* picture, const uint8_t* background, const uint8_
 {
     const Dab dab{brush, {selection, selection_only}, width, cx, cy, dx0, dy0, dx1, dy1, r};
     const auto colour = pixelOf<uint32_t>(blue, green, red);
-    const Keeps keeps(profile, retention(opacity));
-    const auto paint = [&](auto old, auto value, auto behind) {
-        using P = decltype(old);
-        return mix(onBackground(old, behind), keeps(value), splat<P>(colour)) | alphaBits;
-    };
-    return stamp(dab, picture, paint, background);
+    return paintBy<Rounding::down>(dab, profile, retention(opacity), 0, [&](const auto& weights) {
+        const auto paint = [&](auto old, auto value, auto behind) {
+            using P = decltype(old);
+            return weights.mix(onBackground(old, behind), weights.at(value), splat<P>(colour)) | alphaBits;
+        };
+        return stamp(dab, picture, paint, background);
+    });
 }
 
 int32_t BR_Gomme(uint8_t* picture, const uint8_t* restore, const uint8_t* brush, const uint8_t* selection,
@@ -66,11 +68,12 @@ int32_t BR_Gomme(uint8_t* picture, const uint8_t* restore, const uint8_t* brush,
         return 1;
     }
     const Dab dab{brush, {selection, selection_only}, width, cx, cy, dx0, dy0, dx1, dy1, r};
-    const Keeps keeps(profile, retention(opacity));
-    const auto erase = [&](auto old, auto value, auto restored) {
-        return mix(old, keeps(value), restored) | (restored & alphaBits);
-    };
-    return stamp(dab, picture, erase, restore);
+    return paintBy<Rounding::down>(dab, profile, retention(opacity), 0, [&](const auto& weights) {
+        const auto erase = [&](auto old, auto value, auto restored) {
+            return weights.mix(old, weights.at(value), restored) | (restored & alphaBits);
+        };
+        return stamp(dab, picture, erase, restore);
+    });
 }
 
 int32_t BR_PeintureOld(uint8_t* picture, const uint8_t* brush, const float* profile, const uint32_t* columns,

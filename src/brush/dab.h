@@ -21,6 +21,14 @@ struct Dab
     int64_t right;
     int64_t bottom;
     int64_t radius;
+
+    /// Whether there are pixels enough to pay for a table that takes as long as two hundred of them.
+    bool isLarge() const
+    {
+        const int64_t columns = std::min(right, radius) - std::max(left, -radius);
+        const int64_t rows = std::min(bottom, radius) - std::max(top, -radius);
+        return columns >= 16 && rows >= 16;
+    }
 };
 
 /// mapPixels for the short rows of dabs, which do not pay for pixels one by one: the last register overlaps the one

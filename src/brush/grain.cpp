@@ -12,19 +12,10 @@ int32_t markTouched(const Dab& dab, uint8_t* touched)
     return stamp(dab, touched, [](auto old, auto) { return (old & ~0xffu) | 1u; });
 }
 
-/// By a profile of what is covered, thinned by a divisor.
-Keeps knifeCoverage(const float* profile, double opacity, double divisor)
+/// The rule of a profile of what is covered, thinned by a divisor.
+auto thinnedCoverage(double opacity, double divisor)
 {
-    return {profile, [=](auto entry) { return 1.0 - entry * opacity / divisor; }};
-}
-
-/// The mix of knives rounds to the nearest, unlike that of the other brushes: that is meant.
-template <class P, class Weight>
-P mixNearest(P a, Weight weight, P b)
-{
-    return mixBy(
-        [](auto w) { return [w, rest = 1.0 - w](auto byteA, auto byteB) { return byteA * w + 0.5 + byteB * rest; }; },
-        a, weight, b);
+    return [=](auto entry) { return 1.0 - entry * opacity / divisor; };
 }
 } // namespace
 
@@ -34,12 +25,12 @@ int32_t BR_Grain(uint8_t* picture, const uint8_t* brush, const uint8_t* selectio
 {
     const Dab dab{brush, {selection, selection_only}, width, cx, cy, dx0, dy0, dx1, dy1, r};
     const auto colour = pixelOf<uint32_t>(blue, green, red);
-    const Keeps keeps(profile, coverage(opacity));
-    const auto paint = [&](auto old, auto value) {
-        using P = decltype(old);
-        return withColour(old, mix(old, keeps(value), splat<P>(colour)));
-    };
-    stamp(dab, picture, paint);
+    paintBy<Rounding::down>(dab, profile, coverage(opacity), 0, [&](const auto& weights) {
+        return stamp(dab, picture, [&](auto old, auto value) {
+            using P = decltype(old);
+            return withColour(old, weights.mix(old, weights.at(value), splat<P>(colour)));
+        });
+    });
     return markTouched(dab, touched);
 }
 
@@ -50,15 +41,15 @@ int32_t BR_GrainFond(uint8_t* picture, const uint8_t* background, const uint8_t*
 {
     const Dab dab{brush, {selection, selection_only}, width, cx, cy, dx0, dy0, dx1, dy1, r};
     const auto colour = pixelOf<uint32_t>(blue, green, red);
-    const auto keep = coverage(opacity);
     const auto raise = static_cast<float>(100.0 * double{opacity});
-    const auto paint = [&](auto old, auto value, auto behind) {
-        using P = decltype(old);
-        const auto entries = entriesOf(profile, value);
-        return mixByEntries(keep, onBackground(old, behind), entries, splat<P>(colour)) |
-               raisedAlpha(old, entries, raise);
-    };
-    stamp(dab, picture, paint, background);
+    paintBy<Rounding::down>(dab, profile, coverage(opacity), raise, [&](const auto& weights) {
+        const auto paint = [&](auto old, auto value, auto behind) {
+            using P = decltype(old);
+            const auto weight = weights.at(value);
+            return weights.mix(onBackground(old, behind), weight, splat<P>(colour)) | weights.raisedAlpha(old, weight);
+        };
+        return stamp(dab, picture, paint, background);
+    });
     return markTouched(dab, touched);
 }
 
@@ -69,15 +60,17 @@ int32_t BR_Couteau(uint8_t* picture, const uint8_t* brush, const uint8_t* select
 {
     const Dab dab{brush, {selection, selection_only}, width, cx, cy, dx0, dy0, dx1, dy1, r};
     const auto colour = pixelOf<uint32_t>(blue, green, red);
-    const Keeps keeps = knifeCoverage(profile, opacity, divisor);
     const auto raise = static_cast<float>(100.0 * double{opacity} / double{divisor});
-    const auto paint = [&](auto old, auto value) {
-        using P = decltype(old);
-        // On nothing the colour lies as it is.
-        const P laid = select(alpha(old) == 0u, splat<P>(colour), mixNearest(old, keeps(value), splat<P>(colour)));
-        return laid | raisedAlpha(old, entriesOf(profile, value), raise);
-    };
-    stamp(dab, picture, paint);
+    // Knives round to the nearest, unlike the other brushes: that is meant.
+    paintBy<Rounding::nearest>(dab, profile, thinnedCoverage(opacity, divisor), raise, [&](const auto& weights) {
+        return stamp(dab, picture, [&](auto old, auto value) {
+            using P = decltype(old);
+            const auto weight = weights.at(value);
+            // On nothing the colour lies as it is.
+            const P laid = select(alpha(old) == 0u, splat<P>(colour), weights.mix(old, weight, splat<P>(colour)));
+            return laid | weights.raisedAlpha(old, weight);
+        });
+    });
     return markTouched(dab, touched);
 }
 
@@ -88,12 +81,13 @@ int32_t BR_CouteauFond(uint8_t* picture, const uint8_t* background, const uint8_
 {
     const Dab dab{brush, {selection, selection_only}, width, cx, cy, dx0, dy0, dx1, dy1, r};
     const auto colour = pixelOf<uint32_t>(blue, green, red);
-    const Keeps keeps = knifeCoverage(profile, opacity, divisor);
-    const auto paint = [&](auto old, auto value, auto behind) {
-        using P = decltype(old);
-        return mixNearest(onBackground(old, behind), keeps(value), splat<P>(colour)) | alphaBits;
-    };
-    stamp(dab, picture, paint, background);
+    paintBy<Rounding::nearest>(dab, profile, thinnedCoverage(opacity, divisor), 0, [&](const auto& weights) {
+        const auto paint = [&](auto old, auto value, auto behind) {
+            using P = decltype(old);
+            return weights.mix(onBackground(old, behind), weights.at(value), splat<P>(colour)) | alphaBits;
+        };
+        return stamp(dab, picture, paint, background);
+    });
     return markTouched(dab, touched);
 }
 } // namespace lumivex::LUMIVEX_LEVEL

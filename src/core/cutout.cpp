@@ -13,7 +13,7 @@ constexpr uint32_t firstLightLevel = 100;
 int32_t IM_DetourNB(uint8_t* destination, const uint8_t* source, int32_t width, int32_t height)
 {
     const auto cut = [](auto shape, auto pixel) {
-        return select(blue(shape) < firstLightLevel, pixel | alphaBits, shape & colourBits);
+        return selectLoaded(blue(shape) < firstLightLevel, pixel | alphaBits, shape & colourBits);
     };
     mapPixels(destination, Size{width, height}.pixelsByProduct(), cut, source);
     return height;

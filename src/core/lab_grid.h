@@ -35,8 +35,15 @@ struct RgbGrid
         const auto steps = byHalves(step, select(coarse, l, l * (fineSteps / coarseSteps)));
         using Whole = WithElement<V, int32_t>;
         const Whole row = steps - select(coarse, splat<Whole>(0), splat<Whole>(fineStep));
-        const auto place = [](V axis) { return truncateClamped(axis, -axisReach, axisReach) + axisReach; };
-        return convert<uint32_t>((row * axisSteps + place(colour.a)) * axisSteps + place(colour.b));
+        return indexInRow(row, colour.a, colour.b);
+    }
+
+    /// The same for a whole lightness of 0..100.
+    template <class Whole, class V>
+    static WithElement<V, uint32_t> indexOfWhole(Whole lightness, V a, V b)
+    {
+        const Whole coarse = lightness * static_cast<int>(coarseSteps);
+        return indexInRow(maximum(coarse, coarse + coarse - fineStep), a, b);
     }
 
     /// The pixel, of alpha 0, of an entry.
@@ -56,6 +63,13 @@ struct RgbGrid
     }
 
 private:
+    template <class Whole, class V>
+    static WithElement<V, uint32_t> indexInRow(Whole row, V a, V b)
+    {
+        const auto place = [](V axis) { return truncateClamped(axis, -axisReach, axisReach) + axisReach; };
+        return convert<uint32_t>((row * axisSteps + place(a)) * axisSteps + place(b));
+    }
+
     /// Steps for 1 of lightness. The axis is finer in the highlights: from 91, which is step 455, on.
     static constexpr float coarseSteps = 5;
     static constexpr float fineSteps = 10;

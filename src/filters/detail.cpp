@@ -47,7 +47,7 @@ public:
 
     /// The lightness of a colour of lightness `own` where the local contrast has lightness `contrast`: a whole number.
     template <class V>
-    V operator()(V contrast, V own) const
+    WithElement<V, int32_t> operator()(V contrast, V own) const
     {
         const auto dark = contrast < middle;
         const V distance = clampNumber(select(dark, contrast, white - contrast), 0, middle);
@@ -60,7 +60,7 @@ public:
             return narrow(widen(from) - widen(by) * (widen(from) - widen(lightness)));
         };
         const V scaled = byHalves(scale, end, select(dark, -factor, factor), select(dark, -own, own));
-        return convert<float>(truncateClamped(scaled, 0, white));
+        return truncateClamped(scaled, 0, white);
     }
 
 private:
@@ -85,9 +85,8 @@ int32_t IM_Detail(uint8_t* destination, const uint8_t* image, const uint8_t* sof
     };
     const auto indexOf = [&](auto, auto pixel, auto soft) {
         const auto contrast = gather(cube.l, cubeIndex(byWords(liftedExcess, pixel, soft)));
-        auto colour = cube.at(pixel);
-        colour.l = newLightness(contrast, colour.l);
-        return RgbGrid::indexOf(colour);
+        const auto colour = cube.at(pixel);
+        return RgbGrid::indexOfWhole(newLightness(contrast, colour.l), colour.a, colour.b);
     };
     const auto readGrid = [&](auto old, auto, auto index) { return withColour(old, grid.pixelAt(index)); };
 

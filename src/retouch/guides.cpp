@@ -68,7 +68,7 @@ int32_t RE_Pinceau(uint8_t* destination, const uint8_t* guide, const uint8_t* ba
         const auto tone = toneOf(convert<float>(bitsAs<int32_t>(channelSum(level))));
         const auto isLight = tone > 128.0f;
         const auto weight = select(isLight, (tone - 128.0f) / 128.0f, 1.0f - tone / 128.0f);
-        return withColour(old, mix(select(isLight, lighter, darker), weight, pixel));
+        return withColour(old, mix(selectLoaded(isLight, lighter, darker), weight, pixel));
     };
     mapArea({destination, {width, height}}, HalfOpenRect{x0, x1, y0, y1}, retouch, guide, base, highlight, shadow);
     return height;

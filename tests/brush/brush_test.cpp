@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cmath>
 #include <gtest/gtest.h>
 #include <vector>
 
@@ -87,6 +88,59 @@ TEST(Dab, OpacityScalesColourAndAlpha)
     EXPECT_EQ(centre(0, 0.5F), Pixels({101, 101, 100, 200}));
     EXPECT_EQ(centre(51, 1), Pixels({42, 41, 40, 220})); // the more stays, the more alpha rises
     EXPECT_EQ(centre(255, 1), Pixels({200, 200, 200, 255}));
+}
+
+TEST(Dab, MixesAsDoublePrecisionDoes)
+{
+    // Each value of a brush meets each level. Their weights are fractions that make whole numbers of differences of
+    // bytes, or middles of them, and the numbers just below, with which the bytes are others.
+    constexpr int32_t radius = 150, side = 2 * radius;
+    constexpr uint8_t colour[] = {0, 100, 255};
+    Pixels brush(size_t{side} * side * 4), picture(brush.size()), touched(brush.size());
+    std::vector<size_t> inDab;
+    for (int32_t i = 0; i < side * side; ++i) {
+        const int32_t dx = i % side - radius, dy = i / side - radius;
+        if (dx * dx + dy * dy < radius * radius) {
+            const auto at = static_cast<size_t>(i) * 4;
+            brush[at] = static_cast<uint8_t>(inDab.size());
+            std::fill_n(&picture[at], 3, static_cast<uint8_t>(inDab.size() / 256));
+            picture[at + 3] = 1; // on nothing, knives lay on their colour as it is
+            inDab.push_back(at);
+        }
+    }
+    std::vector<float> kept(256), covered(256);
+    const auto expectMix = [&](double rounding, const Pixels& mixed) {
+        Pixels wanted = mixed;
+        for (const size_t at : inDab) {
+            for (size_t c = 0; c < 3; ++c) {
+                const double w = kept[brush[at]];
+                wanted[at + c] = static_cast<uint8_t>(picture[at] * w + rounding + colour[c] * (1 - w));
+            }
+        }
+        EXPECT_TRUE(mixed == wanted) << kept[2] << ", " << rounding;
+    };
+    int denominator = 2, numerator = 1;
+    while (denominator <= 510 && !HasFailure()) {
+        for (size_t i = 0; i < 256; i += 2) {
+            kept[i] = static_cast<float>(numerator) / static_cast<float>(denominator);
+            kept[i + 1] = std::nextafter(kept[i], 0.0F);
+            numerator += 37;
+            if (numerator > denominator) {
+                numerator = 1 + denominator / 2 % 2;
+                denominator += 2;
+            }
+        }
+        Pixels mixed = picture;
+        BR_Couleur(mixed.data(), brush.data(), nullptr, kept.data(), 1, side, radius, radius, -radius, -radius,
+                   radius - 1, radius - 1, radius, 255, 100, 0, 0);
+        expectMix(0, mixed);
+        std::transform(kept.begin(), kept.end(), covered.begin(), [](float w) { return 1 - w; });
+        std::transform(covered.begin(), covered.end(), kept.begin(), [](float w) { return 1 - w; });
+        mixed = picture;
+        BR_Couteau(mixed.data(), brush.data(), nullptr, touched.data(), covered.data(), 1, 1, side, radius, radius,
+                   -radius, -radius, radius - 1, radius - 1, radius, 255, 100, 0, 0);
+        expectMix(0.5, mixed);
+    }
 }
 
 TEST(Stroke, TheStrongestDabWins)

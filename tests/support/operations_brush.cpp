@@ -62,6 +62,17 @@ const float* inventedShares()
     return table.data();
 }
 
+/// The same, or nothing but shares, beside fractions that make whole numbers of differences of bytes or middles of them.
+const float* profileOf(const Job& job)
+{
+    static Table<float> shares(256, 106, [](Random& random) {
+        const uint32_t denominator = 2 * (1 + random.below(255));
+        const float share = static_cast<float>(1 + random.below(denominator)) / static_cast<float>(denominator);
+        return random.oneOf({share, std::nextafter(share, 0.0F), std::nextafter(share, 1.0F), 0.0F});
+    });
+    return (job.parameters.whole >> 24 & 1) != 0 ? shares.data() : inventedShares();
+}
+
 float divisor(const Job& job)
 {
     const float divisors[] = {1, 3, 100, 0.3F, -7.5F, 0, 1e-40F, std::nanf("")};
@@ -83,7 +94,7 @@ const uint32_t* lookUps(int32_t count)
 #define BRUSH brushOf(j), j.selectionOnly != 0 ? j.mask : nullptr
 #define DAB j.width, side(j, 0), side(j, 1), offset(j, 0), offset(j, 1), offset(j, 2), offset(j, 3)
 #define RADIUS side(j, 2)
-#define PROFILE inventedShares(), REAL(3)
+#define PROFILE profileOf(j), REAL(3)
 #define COLOUR 255, 100, bit(j, 255), j.selectionOnly
 
 std::vector<Operation> brushOperations()

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "core/bits.h"
-#include "core/prefetch.h"
 
 #include <algorithm>
 
@@ -43,7 +42,7 @@ public:
             words_[0] = bitsFrom(-1, 1) << 63u;
         }
         for (int64_t word = 0; word < words; ++word) {
-            prefetchPixels(pixels + word * 256, rowsAhead * size.width * 4);
+            prefetchWordBelow(pixels + word * 256, size.width);
             words_[word + 1] = bitsFrom(word * 64, std::min<int64_t>(64, count - word * 64));
         }
         if (first + count < size.width) {
@@ -68,17 +67,6 @@ public:
     bool hasUnlinkable() const { return hasUnlinkable_; }
 
 private:
-    /// What the processor fetches by itself ends with each page, so that a row would wait for memory several times: a
-    /// third of the graph's time.
-    static void prefetchPixels(const uint8_t* pixels, int64_t distance)
-    {
-        for (int64_t line = 0; line < 4; ++line) {
-            prefetch(pixels, distance + line * 64);
-        }
-    }
-
-    static constexpr int64_t rowsAhead = 2;
-
     int64_t first_ = -1;
     int64_t y_ = -1;
     bool hasUnlinkable_ = false;

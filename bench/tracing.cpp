@@ -24,7 +24,9 @@ public:
         uint8_t framed = 0;
         const int32_t count =
             TRACE_GetData(discs().data(), records_.data(), index_.data(), mapColumns, mapRows, &framed);
+        lumivex::RecordsAhead ahead(records_.data(), index_.data(), mapColumns, count);
         for (int32_t start = 0; start < count; ++start) {
+            ahead.startAt(start);
             if (records_[static_cast<size_t>(start) * 9] != -1) {
                 // Each walk also takes its entries of the index map back to -1.
                 TRACE_Parcourir(records_.data(), index_.data(), points_.data(), count, static_cast<uint32_t>(start), 1,

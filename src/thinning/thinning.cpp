@@ -95,7 +95,7 @@ bool deleteFitting(const Maps& kept, Neighbourhood around, const uint64_t* delet
         const Maps centre = around.rows[1].from(at);
         const Words foreground = load<Words>(centre.foreground);
         Words fitting = foreground & load<Words>(deletable + at);
-        if (!any(fitting != 0u)) {
+        if (!hasBits(fitting)) {
             continue;
         }
         unroll<9>([&](auto cell) {
@@ -107,7 +107,7 @@ bool deleteFitting(const Maps& kept, Neighbourhood around, const uint64_t* delet
                 fitting &= neighbours<x>(wanted == '1' ? maps.foreground : maps.background);
             }
         });
-        if (!any(fitting != 0u)) {
+        if (!hasBits(fitting)) {
             continue;
         }
         if (!changes) {
@@ -154,6 +154,7 @@ template <class Test>
 void fillRow(uint64_t* words, const uint8_t* pixels, int64_t width, Test test)
 {
     for (int64_t x = 0; x < width; x += 64) {
+        prefetchWordBelow(pixels + x * 4, width);
         words[x / 64] = bitsWhere(pixels + x * 4, std::min<int64_t>(64, width - x), test);
     }
 }
@@ -186,7 +187,9 @@ uint32_t thin(const Target& picture, const Thinning& call, uint32_t* progress)
     uint64_t* const deletable = kept.background + wordsKept + 1;
 
     const auto is = [&](uint8_t level) {
-        return [shift = call.testedShift, level](auto pixel) { return ((pixel >> shift) & 0xffu) == level; };
+        const uint32_t tested = 0xffu << call.testedShift;
+        const uint32_t wanted = uint32_t{level} << call.testedShift;
+        return [=](auto pixel) { return (pixel & tested) == wanted; };
     };
     for (int64_t y = 0; y < size.height; ++y) {
         const Maps row = maps.from(layout.row(y));

@@ -1,71 +1,16 @@
 // The graph of the edges between foreground and background: one record for each side, linked to the next at its ends.
-#include "core/bits.h"
 #include "core/level.h"
 #include "core/prefetch.h"
-#include "trace/edges.h"
+#include "trace/bit_row.h"
+#include "trace/edge_shapes.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
 
 namespace lumivex::LUMIVEX_LEVEL
 {
 namespace
 {
-/// The neighbours of a pixel as bits: those across its four sides, then the diagonal ones.
-enum Neighbour { north, east, south, west, northEast, southEast, southWest, northWest, neighbourCount };
-
-/// The diagonal neighbour between two sides that meet.
-constexpr int diagonalBetween(int side, int other)
-{
-    const bool up = side == north || other == north;
-    const bool right = side == east || other == east;
-    return up ? (right ? northEast : northWest) : (right ? southEast : southWest);
-}
-
-/// Where an edge goes on at one of its ends, from its own pixel.
-struct Link
-{
-    int8_t x;
-    int8_t y;
-    int8_t side;
-};
-
-/// How the edge on `side` goes on at its end towards the side `along`.
-///
-/// The neighbour across is asked first: pixels that touch only at a corner are not joined.
-constexpr Link linkOf(unsigned solid, int side, int along)
-{
-    const auto isSolid = [=](int neighbour) { return (solid >> neighbour & 1) != 0; };
-    const auto link = [](Step step, int to) {
-        return Link{static_cast<int8_t>(step.x), static_cast<int8_t>(step.y), static_cast<int8_t>(to)};
-    };
-    if (!isSolid(along)) {
-        return link({0, 0}, along); // round a convex corner
-    }
-    if (!isSolid(diagonalBetween(side, along))) {
-        return link(outward[along], side); // straight on
-    }
-    const Step diagonal{outward[along].x + outward[side].x, outward[along].y + outward[side].y};
-    return link(diagonal, along ^ 2); // into a concave corner
-}
-
-/// Where the ends of top and bottom, left and right sides lie: the first and the second.
-constexpr int ends[sideCount][2] = {{west, east}, {north, south}, {west, east}, {north, south}};
-
-using Links = std::array<std::array<Link, 2>, sideCount>;
-constexpr auto linksOf = [] {
-    std::array<Links, 1 << neighbourCount> table{};
-    for (unsigned solid = 0; solid < table.size(); ++solid) {
-        for (int side = 0; side < sideCount; ++side) {
-            for (int end = 0; end < 2; ++end) {
-                table[solid][side][end] = linkOf(solid, side, ends[side][end]);
-            }
-        }
-    }
-    return table;
-}();
-
 /// How a builder reads pixels: what is foreground, what links may turn onto, and what opens the frame.
 template <class Solid, class Linkable, class Open>
 struct Reading
@@ -93,29 +38,6 @@ bool frameIsOpen(const Source& picture, Open isOpen)
     return open;
 }
 
-/// A test's bits for up to 64 pixels of a row and for those to the left and to the right of each of them.
-struct RowBits
-{
-    uint64_t left = 0;
-    uint64_t here = 0;
-    uint64_t right = 0;
-};
-
-template <class Test>
-RowBits rowBits(const Source& picture, int64_t x, int64_t y, Test test)
-{
-    const Size size = picture.size;
-    if (y < 0 || y >= size.height) {
-        return {};
-    }
-    const uint8_t* const pixels = picture.at(x, y);
-    const int64_t count = std::min<int64_t>(64, size.width - x);
-    const uint64_t here = bitsWhere(pixels, count, test);
-    const uint64_t before = x > 0 ? bitsWhere(pixels - 4, 1, test) : 0;
-    const uint64_t after = x + count < size.width ? bitsWhere(pixels + count * 4, 1, test) : 0;
-    return {here << 1 | before, here, here >> 1 | after << (count - 1)};
-}
-
 /// Writes the records of one picture.
 template <class Tests>
 class GraphBuilder
@@ -129,90 +51,127 @@ public:
     int32_t build()
     {
         for (int64_t y = 0; y < picture_.size.height; ++y) {
-            for (int64_t x = 0; x < picture_.size.width; x += 64) {
-                addWord(x, y);
+            for (int64_t first = 0; first < picture_.size.width; first += BitRow::mostPixels) {
+                addPart(first, y);
             }
         }
         return static_cast<int32_t>(count_);
     }
 
 private:
-    using Words = std::array<uint64_t, neighbourCount>;
-
-    static Words around(const RowBits& above, const RowBits& row, const RowBits& below)
+    /// Part of a row, and of those above and below it.
+    struct Part
     {
-        return {above.here, row.right, below.here, row.left, above.right, below.right, below.left, above.left};
+        int64_t first;
+        int64_t y;
+        const BitRow& above;
+        const BitRow& row;
+        const BitRow& below;
+
+        /// The pixels of a word that have background beside them.
+        uint64_t edgePixels(int64_t word) const
+        {
+            const uint64_t inside = above.word(word) & below.word(word) & row.leftOf(word) & row.rightOf(word);
+            return row.word(word) & ~inside;
+        }
+
+        Window window(int64_t pixel) const
+        {
+            return above.three(pixel) | row.three(pixel) << 3u | below.three(pixel) << 6u;
+        }
+
+        bool hasUnlinkable() const { return above.hasUnlinkable() || below.hasUnlinkable(); }
+    };
+
+    void addPart(int64_t first, int64_t y)
+    {
+        // A row of the picture that is no longer than a part is read once: as the one below, then it stays.
+        for (int64_t row = y - 1; row <= y + 1; ++row) {
+            bits_[(row + 3) % 3].fill(picture_, first, row, tests_);
+        }
+        const Part part{first, y, bits_[(y + 2) % 3], bits_[y % 3], bits_[(y + 1) % 3]};
+        const int64_t words = (std::min(BitRow::mostPixels, picture_.size.width - first) + 63) / 64;
+        for (int64_t word = 0; word < words; word += wordsAtOnce) {
+            addWords(part, word, std::min(words, word + wordsAtOnce));
+        }
     }
 
-    static unsigned bitsAt(const Words& words, int bit)
+    /// Map and records are far larger than the caches, and a store that waits for memory keeps those after it waiting:
+    /// so first all entries that some words need are asked for at once. This halves the time of the whole.
+    void addWords(const Part& part, int64_t firstWord, int64_t endWord)
     {
-        unsigned bits = 0;
-        for (int i = 0; i < neighbourCount; ++i) {
-            bits |= static_cast<unsigned>(words[i] >> bit & 1) << i;
-        }
-        return bits;
-    }
-
-    /// The edges of 64 pixels from (x, y) on.
-    void addWord(int64_t x, int64_t y)
-    {
-        const auto bits = [&](int64_t row, auto test) { return rowBits(picture_, x, row, test); };
-        const RowBits row = bits(y, tests_.isSolid);
-        if (row.here == 0) {
-            return;
-        }
-        const Words solid = around(bits(y - 1, tests_.isSolid), row, bits(y + 1, tests_.isSolid));
-        const Size size = picture_.size;
-        // Sides that face out of the picture are none where the whole frame is foreground.
-        const uint64_t first = x == 0 ? 1 : 0;
-        const uint64_t last = x + 64 >= size.width ? uint64_t{1} << (size.width - 1 - x) : 0;
-        const uint64_t all = ~uint64_t{0};
-        const Words atFrame = {y == 0 ? all : 0, last, y == size.height - 1 ? all : 0, first};
-        uint64_t edges[sideCount];
-        uint64_t pixels = 0;
-        for (int side = 0; side < sideCount; ++side) {
-            edges[side] = row.here & ~solid[side] & ~(framed_ ? atFrame[side] : 0);
-            pixels |= edges[side];
-        }
-        if (pixels == 0) {
-            return;
-        }
-        const Words linkable = around(bits(y - 1, tests_.isLinkable), {}, bits(y + 1, tests_.isLinkable));
-        for (; pixels != 0; pixels &= pixels - 1) {
-            const int bit = std::countr_zero(pixels);
-            unsigned sides = 0;
-            for (int side = 0; side < sideCount; ++side) {
-                sides |= static_cast<unsigned>(edges[side] >> bit & 1) << side;
+        uint64_t pixels[wordsAtOnce];
+        for (int64_t word = firstWord; word < endWord; ++word) {
+            pixels[word - firstWord] = part.edgePixels(word);
+            for (uint64_t bits = pixels[word - firstWord]; bits != 0; bits &= bits - 1) {
+                prefetch(entriesOf(part.first + word * 64 + std::countr_zero(bits), part.y), 0);
             }
-            addPixel(static_cast<int32_t>(x + bit), static_cast<int32_t>(y), sides, bitsAt(solid, bit),
-                     bitsAt(linkable, bit));
+        }
+        for (int64_t word = firstWord; word < endWord; ++word) {
+            for (uint64_t bits = pixels[word - firstWord]; bits != 0; bits &= bits - 1) {
+                addPixel(part, word * 64 + std::countr_zero(bits));
+            }
         }
     }
 
-    void addPixel(int32_t x, int32_t y, unsigned sides, unsigned solid, unsigned linkable)
+    int32_t* entriesOf(int64_t x, int64_t y) const { return map_ + (y * picture_.size.width + x) * sideCount; }
+
+    void addPixel(const Part& part, int64_t pixel)
     {
-        const Links& links = linksOf[solid];
-        int32_t* const entries = map_ + (int64_t{y} * picture_.size.width + x) * sideCount;
-        // Outlines go on below; the map is far larger than the caches.
-        prefetch(entries, int64_t{prefetchRows} * picture_.size.width * sideCount);
-        for (; sides != 0; sides &= sides - 1) {
+        const PixelEdges& edges = edgesOf[part.window(pixel)];
+        const auto x = static_cast<int32_t>(part.first + pixel);
+        const auto y = static_cast<int32_t>(part.y);
+        int32_t* const entries = entriesOf(x, y);
+        for (unsigned sides = edges.sides & edgesAllowed(x, y); sides != 0; sides &= sides - 1) {
             const int side = std::countr_zero(sides);
-            int32_t* const record = records_ + int64_t{count_} * numbersPerRecord;
             entries[side] = static_cast<int32_t>(count_ * numbersPerRecord);
+            int32_t* const record = records_ + int64_t{count_} * numbersPerRecord;
+            prefetch(record, numbersAhead);
             ++count_;
-            store(record, Side{x, y, side});
-            for (int end = 0; end < 2; ++end) {
-                const Link link = links[side][end];
-                // A diagonal pixel that is neither background nor linkable leaves its link unwritten: that is meant.
-                const bool isDiagonal = link.x != 0 && link.y != 0;
-                if (!isDiagonal || (linkable >> diagonalBetween(side, ends[side][end]) & 1) != 0) {
-                    store(record + 3 + 3 * end, Side{x + link.x, y + link.y, link.side});
-                }
+            const EdgeRecord& shape = shapes[edges.shapes[side]];
+            if (part.hasUnlinkable()) [[unlikely]] {
+                writeLinkable(record, shape, x, y);
+            } else {
+                write(record, shape, x, y);
             }
         }
     }
 
-    static constexpr int prefetchRows = 4;
+    /// Sides that face out of the picture are none where the whole frame is foreground.
+    unsigned edgesAllowed(int32_t x, int32_t y) const
+    {
+        if (!framed_) {
+            return 15;
+        }
+        const Size size = picture_.size;
+        return (y > 0 ? 1u : 0u) | (x < size.width - 1 ? 2u : 0u) | (y < size.height - 1 ? 4u : 0u) | (x > 0 ? 8u : 0u);
+    }
+
+    static void write(int32_t* record, const EdgeRecord& shape, int32_t x, int32_t y)
+    {
+        using Four = Lanes<int32_t, 4>;
+        const auto* const numbers = reinterpret_cast<const int32_t*>(&shape);
+        store(record, load<Four>(numbers) + Four{x, y, 0, x});
+        store(record + 4, load<Four>(numbers + 4) + Four{y, 0, x, y});
+        record[numbersPerRecord - 1] = shape.second.side;
+    }
+
+    /// A diagonal pixel that is neither background nor linkable leaves its link unwritten: that is meant.
+    void writeLinkable(int32_t* record, const EdgeRecord& shape, int32_t x, int32_t y) const
+    {
+        const auto from = [=](const Side& side) { return Side{x + side.x, y + side.y, side.side}; };
+        store(record, from(shape.own));
+        for (int end = 0; end < 2; ++end) {
+            const Side& link = end == 0 ? shape.first : shape.second;
+            const bool isDiagonal = link.x != 0 && link.y != 0;
+            if (!isDiagonal || tests_.isLinkable(load<uint32_t>(picture_.at(x + link.x, y + link.y)))) {
+                store(record + 3 + 3 * end, from(link));
+            }
+        }
+    }
+
+    static constexpr int64_t wordsAtOnce = 32;
+    static constexpr int64_t numbersAhead = 1024;
 
     Source picture_;
     int32_t* records_;
@@ -220,6 +179,7 @@ private:
     bool framed_;
     Tests tests_;
     uint32_t count_ = 0;
+    BitRow bits_[3];
 };
 
 /// Builds the graph. `framed` hears whether the whole frame is foreground.

@@ -76,8 +76,9 @@ std::vector<Points> outlinesOf(const std::vector<std::string>& rows)
 TEST(Outlines, GraphsAndWalksHaveThePlainMeaning)
 {
     Random random(31);
-    const std::pair<int32_t, int32_t> sizes[] = {{1, 1},  {1, 7},  {9, 1},   {2, 2},   {3, 5},    {63, 9},
-                                                 {64, 9}, {65, 9}, {66, 20}, {128, 7}, {129, 30}, {300, 41}};
+    const std::pair<int32_t, int32_t> sizes[] = {{1, 1},    {1, 7},    {9, 1},     {2, 2},    {3, 5},
+                                                 {63, 9},   {64, 9},   {65, 9},    {66, 20},  {128, 7},
+                                                 {129, 30}, {300, 41}, {16384, 3}, {16450, 4}};
     for (const auto& size : sizes) {
         const int32_t width = size.first;
         const int32_t height = size.second;

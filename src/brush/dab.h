@@ -27,7 +27,7 @@ struct Dab
     {
         const int64_t columns = std::min(right, radius) - std::max(left, -radius);
         const int64_t rows = std::min(bottom, radius) - std::max(top, -radius);
-        return columns >= 16 && rows >= 16;
+        return columns >= 20 && rows >= 20;
     }
 };
 

@@ -127,7 +127,7 @@ inline V select(Mask condition, V yes, V no)
 #if defined(__SSE2__) && !defined(__SSE4_1__)
     // A condition that was put together is tested once more, which SSE2 can do one lane after the other only where they
     // have eight bytes.
-    if constexpr (laneCount<V> > 1 && sizeof(ElementOf<V>) == 8) {
+    if constexpr (sizeof(V) > sizeof(ElementOf<V>) && sizeof(ElementOf<V>) == 8) {
         return std::bit_cast<V>((std::bit_cast<Mask>(yes) & condition) | (std::bit_cast<Mask>(no) & ~condition));
     }
 #endif

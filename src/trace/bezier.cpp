@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace lumivex::LUMIVEX_LEVEL
 {
@@ -25,11 +24,6 @@ struct BezierSegment
 };
 static_assert(sizeof(BezierSegment) == 8 * sizeof(float));
 
-Doubles magnitude(Doubles number)
-{
-    return bitsAs<double>(bitsAs<uint64_t>(number) & ~uint64_t{0} >> 1u);
-}
-
 /// A vector divided by its length, unless that is 0.
 template <class V>
 Vector<V> unit(Vector<V> vector)
@@ -39,51 +33,40 @@ Vector<V> unit(Vector<V> vector)
     return {vector.x / divisor, vector.y / divisor};
 }
 
-/// A cubic.
+/// A cubic, for a parameter of any type.
 class Curve
 {
 public:
     explicit Curve(const BezierSegment& s)
-        : x_(s.start.x, s.control1.x, s.control2.x, s.end.x), y_(s.start.y, s.control1.y, s.control2.y, s.end.y)
+        : start_(place(s.start)), control1_(place(s.control1)), control2_(place(s.control2)), end_(place(s.end))
     {
     }
 
-    Places at(Doubles t) const { return {x_.at(t, 1.0 - t), y_.at(t, 1.0 - t)}; }
-    Places derivative(Doubles t) const { return {x_.derivative(t, 1.0 - t), y_.derivative(t, 1.0 - t)}; }
+    Places at(Doubles t) const
+    {
+        const Doubles u = 1.0 - t;
+        const auto axis = [=](double s, double c1, double c2, double e) {
+            return s * (u * u * u) + 3 * c1 * t * (u * u) + 3 * c2 * (t * t) * u + e * (t * t * t);
+        };
+        return {axis(start_.x, control1_.x, control2_.x, end_.x), axis(start_.y, control1_.y, control2_.y, end_.y)};
+    }
+
+    Places derivative(Doubles t) const
+    {
+        const Doubles u = 1.0 - t;
+        const auto axis = [=](double s, double c1, double c2, double e) {
+            return 3 * (c1 - s) * (u * u) + 6 * (c2 - c1) * t * u + 3 * (e - c2) * (t * t);
+        };
+        return {axis(start_.x, control1_.x, control2_.x, end_.x), axis(start_.y, control1_.y, control2_.y, end_.y)};
+    }
 
 private:
-    /// What it is along one axis, with u being 1 - t.
-    class Axis
-    {
-    public:
-        Axis(double start, double control1, double control2, double end)
-            : start_(start), control1_(3 * control1), control2_(3 * control2), end_(end),
-              leaving_(3 * (control1 - start)), between_(6 * (control2 - control1)), arriving_(3 * (end - control2))
-        {
-        }
+    static Place place(Point point) { return {point.x, point.y}; }
 
-        Doubles at(Doubles t, Doubles u) const
-        {
-            return start_ * (u * u * u) + control1_ * t * (u * u) + control2_ * (t * t) * u + end_ * (t * t * t);
-        }
-
-        Doubles derivative(Doubles t, Doubles u) const
-        {
-            return leaving_ * (u * u) + between_ * t * u + arriving_ * (t * t);
-        }
-
-    private:
-        double start_;
-        double control1_;
-        double control2_;
-        double end_;
-        double leaving_;
-        double between_;
-        double arriving_;
-    };
-
-    Axis x_;
-    Axis y_;
+    Place start_;
+    Place control1_;
+    Place control2_;
+    Place end_;
 };
 
 /// Consecutive points, as many as a register holds of doubles; 0 beyond `count`.
@@ -111,7 +94,7 @@ struct Stretch
 class Polyline
 {
 public:
-    Polyline(const float* points, int64_t count) : points_(points), count_(count) {}
+    Polyline(const float* points, int64_t count, double handle) : points_(points), count_(count), handle_(handle) {}
 
     int64_t last() const { return count_ - 1; }
 
@@ -134,90 +117,50 @@ public:
         return inside(j) ? place(j) : inside(mirrored) ? 2.0 * place(end) - place(mirrored) : Place{0, 0};
     }
 
+    Place tangent(int64_t i) const { return 0.7 * unit(at(i + 1) - at(i - 1)) + 0.3 * unit(at(i + 2) - at(i - 2)); }
+
+    double handle() const { return handle_; }
+
 private:
     const float* points_;
     int64_t count_;
-};
-
-/// The tangents of a polyline, made for several points at a time, because each waits for two square roots and two
-/// divisions.
-class Tangents
-{
-public:
-    explicit Tangents(const Polyline& line) : line_(line) {}
-
-    Place at(int64_t i)
-    {
-        if (i < first_ || i >= first_ + lanes) {
-            makeFrom(i);
-        }
-        return {x_[i - first_], y_[i - first_]};
-    }
-
-private:
-    static constexpr int64_t lanes = laneCount<Doubles>;
-    static constexpr int64_t reach = 2;
-
-    void makeFrom(int64_t first)
-    {
-        first_ = first;
-        double x[lanes + 2 * reach];
-        double y[lanes + 2 * reach];
-        for (int64_t i = 0; i < lanes + 2 * reach; ++i) {
-            const Place place = line_.at(first + i - reach);
-            x[i] = place.x;
-            y[i] = place.y;
-        }
-        const auto beside = [&](int64_t offset) {
-            return Places{load<Doubles>(x + reach + offset), load<Doubles>(y + reach + offset)};
-        };
-        const Places tangents =
-            splat<Doubles>(0.7) * unit(beside(1) - beside(-1)) + splat<Doubles>(0.3) * unit(beside(2) - beside(-2));
-        x_ = tangents.x;
-        y_ = tangents.y;
-    }
-
-    const Polyline& line_;
-    int64_t first_ = -lanes;
-    Doubles x_;
-    Doubles y_;
+    double handle_;
 };
 
 /// Segments from one point of a polyline, which grow point by point.
 class Growth
 {
 public:
-    /// `handle` is how far controls stand off the ends, of half the chord.
-    Growth(const Polyline& line, Tangents& tangents, int64_t start, double handle)
-        : line_(line), tangents_(tangents), handle_(handle), start_(start), startPlace_(line.at(start)),
-          startTangent_(tangents.at(start)), straight_(line.straightRun(start))
+    Growth(const Polyline& line, int64_t start)
+        : line_(line), start_(start), startPlace_(line.at(start)), startTangent_(line.tangent(start)),
+          straight_(line.straightRun(start))
     {
     }
 
     /// The cubic to a point, with controls along the polyline's tangents.
-    BezierSegment to(int64_t end)
+    BezierSegment to(int64_t end) const
     {
         const Place endPlace = line_.at(end);
         const Place chord = endPlace - startPlace_;
-        const double length = std::sqrt(dot(chord, chord)) * 0.5 * handle_;
+        const double length = std::sqrt(dot(chord, chord)) * 0.5 * line_.handle();
         return {narrowed(startPlace_), narrowed(endPlace), narrowed(startPlace_ + length * startTangent_),
-                narrowed(endPlace - length * tangents_.at(end))};
+                narrowed(endPlace - length * line_.tangent(end))};
     }
 
-    /// Whether a point before `end` is as far from a segment that ends there as the limit, of which the square is given.
-    bool strays(const BezierSegment& segment, int64_t end, double limitSquared)
+    /// Whether a point before `end` is as far from a segment that ends there as `limit`, which must be above 0.
+    bool strays(const BezierSegment& segment, int64_t end, double limit)
     {
-        if (limitSquared >= StraightRun::leastLimit * StraightRun::leastLimit &&
-            straight_.isFollowed(end, segment.control1, segment.control2)) {
+        if (limit >= StraightRun::leastLimit && straight_.isFollowed(end, segment.control1, segment.control2)) {
             return false;
         }
+        constexpr int64_t lanes = laneCount<Doubles>;
         const Curve curve(segment);
         const auto steps = static_cast<double>(end - start_);
-        for (int64_t first = 1; first < end - start_; first += laneCount<Doubles>) {
+        for (int64_t first = 1; first < end - start_; first += lanes) {
             const Doubles index = countUp(static_cast<double>(first));
             const auto inside = index < steps;
-            const Places miss = misses(curve, stretch(first), index / steps, inside);
-            if (any(inside & (dot(miss, miss) >= limitSquared))) {
+            const Doubles distance = distances(curve, stretch(first), index / steps, inside);
+            if (any(inside & (distance >= limit))) {
                 return true;
             }
         }
@@ -239,25 +182,26 @@ private:
         return stretches_[number];
     }
 
-    /// From points to the curve, across the polyline: to where the curve crosses each point's normal, found by Newton's
-    /// method from a guess.
+    /// The distances of points from the curve, measured across the polyline: where the curve crosses each point's
+    /// normal, found by Newton's method from a guess.
     template <class Mask>
-    static Places misses(const Curve& curve, const Stretch& stretch, Doubles t, Mask inside)
+    static Doubles distances(const Curve& curve, const Stretch& stretch, Doubles t, Mask inside)
     {
         constexpr int steps = 6;
         constexpr double nearEnough = 0.0001;
         const auto& [point, direction] = stretch;
-        for (int step = 0;; ++step) {
-            const Places miss = curve.at(t) - point;
-            const Doubles along = dot(direction, miss);
-            const auto isFar = inside & ~(magnitude(along) <= nearEnough);
-            if (step == steps || !any(isFar)) {
-                return miss;
-            }
+        for (int step = 0; step < steps; ++step) {
+            const Doubles along = dot(direction, curve.at(t) - point);
+            const auto isNear = (along <= nearEnough) & (along >= -nearEnough);
             const Doubles slope = dot(direction, curve.derivative(t));
-            const auto moves = isFar & (slope != 0.0);
-            t = t - select(moves, along, Doubles{}) / select(moves, slope, splat<Doubles>(1));
+            const auto steps_ = inside & ~isNear & (slope != 0.0);
+            if (!any(steps_)) {
+                break;
+            }
+            t = t - select(steps_, along, Doubles{}) / select(steps_, slope, splat<Doubles>(1));
         }
+        const Places miss = curve.at(t) - point;
+        return squareRoot(dot(miss, miss));
     }
 
     static Doubles countUp(double from)
@@ -271,11 +215,9 @@ private:
 
     static Point narrowed(Place place) { return {static_cast<float>(place.x), static_cast<float>(place.y)}; }
 
-    static constexpr int64_t mostKept = 512 / laneCount<Doubles>;
+    static constexpr int64_t mostKept = 32;
 
     const Polyline& line_;
-    Tangents& tangents_;
-    double handle_;
     int64_t start_;
     Place startPlace_;
     Place startTangent_;
@@ -283,20 +225,6 @@ private:
     int64_t kept_ = 0;
     Stretch stretches_[mostKept];
 };
-
-/// The least number whose root is not below a limit above 0: so that roots need not be taken to compare them.
-double leastSquare(double limit)
-{
-    constexpr double infinity = std::numeric_limits<double>::infinity();
-    double square = limit * limit;
-    while (std::sqrt(square) >= limit) {
-        square = std::nextafter(square, 0.0);
-    }
-    while (std::sqrt(square) < limit) {
-        square = std::nextafter(square, infinity);
-    }
-    return square;
-}
 } // namespace
 
 uint32_t BZ_Approximation(const float* points, int32_t count, float* segments, uint32_t* segment_count, double handle,
@@ -306,18 +234,15 @@ uint32_t BZ_Approximation(const float* points, int32_t count, float* segments, u
     if (count < 1) {
         return 1;
     }
-    const Polyline line(points, count);
-    Tangents tangents(line);
-    const bool isLimited = error > 0;
-    const double limitSquared = isLimited ? leastSquare(error) : 0;
+    const Polyline line(points, count, handle / 100);
     int64_t start = 0;
     do {
         // The point at which the error reaches its limit still belongs to the segment: that is meant. A limit that is
         // not above 0 leaves segments of one step.
-        Growth growth(line, tangents, start, handle / 100);
+        Growth growth(line, start);
         int64_t end = std::min(start + 1, line.last());
         BezierSegment segment = growth.to(end);
-        while (end < line.last() && isLimited && !growth.strays(segment, end, limitSquared)) {
+        while (end < line.last() && error > 0 && !growth.strays(segment, end, error)) {
             ++end;
             segment = growth.to(end);
         }

@@ -45,10 +45,13 @@ public:
             return false;
         }
         const Point from = pointAt(points_, start_);
-        const double chord = double{along(pointAt(points_, end))} - double{along(from)};
+        // Backwards or forwards, ways along the run count from its start towards its end.
+        const double direction = firstStep_ < 0 ? -1 : 1;
+        const auto wayTo = [&](Point point) { return direction * (double{along(point)} - double{along(from)}); };
+        const double chord = wayTo(pointAt(points_, end));
         const auto isNear = [&](Point control, double least, double most) {
-            const double part = (double{along(control)} - double{along(from)}) / chord;
-            return part >= least && part <= most && std::abs(across(control) - across(from)) <= 0.025f;
+            const double way = wayTo(control);
+            return way >= least * chord && way <= most * chord && std::abs(across(control) - across(from)) <= 0.025f;
         };
         return isNear(control1, 0.3, 0.37) && isNear(control2, 0.63, 0.7);
     }

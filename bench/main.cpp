@@ -158,7 +158,8 @@ int main(int argc, char** argv)
     app.add_flag("--peers", options.peers, "Also what a user would pick instead: OpenCV, liblqr, potrace");
     app.add_flag("--markdown", options.markdown, "Print the table as Markdown");
     app.add_option("--json", options.json, "Also write the numbers to a file");
-    app.add_flag("--linear", options.linear, "Instead, a few exports from 0.1 to 200 megapixels, and radii of the blur");
+    app.add_flag("--linear", options.linear,
+                 "Instead, a few exports from 0.1 to 200 megapixels, and radii of the blur");
     app.add_flag("--serve", options.serves, "Be one of the processes that measure")->group("");
     CLI11_PARSE(app, argc, argv);
     try {

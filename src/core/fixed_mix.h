@@ -69,7 +69,7 @@ inline Register<uint32_t> doubledInSteps(Register<float> weights)
     }
     // How far beyond the step below the fraction lies that is there, and 2w, in units of 1 / denominator. The product is
     // exact from 1 / 510 on; before that there is but 0, on a step.
-    const Steps toFraction = bitsAs<int32_t>(bitsAs<int16_t>(-below) * bitsAs<int16_t>(denominator)) & 0xffff;
+    const Steps toFraction = bitsAs<int32_t>(bitsAs<uint16_t>(-below) * bitsAs<uint16_t>(denominator)) & 0xffff;
     return bitsAs<uint32_t>(below - (convert<float>(toFraction) < rest * convert<float>(denominator)));
 }
 

@@ -22,7 +22,7 @@ struct Dab
     int64_t bottom;
     int64_t radius;
 
-    /// Whether there are pixels enough to pay for a table that takes as long as two hundred of them.
+    /// Whether there are pixels enough to pay for a table: below a radius of 11 some brushes lose by it.
     bool isLarge() const
     {
         const int64_t columns = std::min(right, radius) - std::max(left, -radius);

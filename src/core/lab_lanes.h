@@ -20,29 +20,18 @@ inline auto narrow(V doubles)
     return convert<float>(doubles);
 }
 
-/// a * b + c, rounded once where the level has an instruction for it and else twice: for estimates alone.
-template <class V>
-inline V roughMultiplyAdd(V a, V b, V c)
+/// a * b + c of registers, rounded once where the level has an instruction for it and else twice: for estimates alone.
+inline Register<float> roughMultiplyAdd(Register<float> a, Register<float> b, Register<float> c)
 {
-#if defined(__AVX512F__)
-    if constexpr (std::is_same_v<V, Lanes<float, 16>>) {
-        return std::bit_cast<V>(
-            _mm512_fmadd_ps(std::bit_cast<__m512>(a), std::bit_cast<__m512>(b), std::bit_cast<__m512>(c)));
-    } else if constexpr (std::is_same_v<V, Lanes<double, 8>>) {
-        return std::bit_cast<V>(
-            _mm512_fmadd_pd(std::bit_cast<__m512d>(a), std::bit_cast<__m512d>(b), std::bit_cast<__m512d>(c)));
-    }
-#endif
-#if defined(__FMA__)
-    if constexpr (std::is_same_v<V, Lanes<float, 8>>) {
-        return std::bit_cast<V>(
-            _mm256_fmadd_ps(std::bit_cast<__m256>(a), std::bit_cast<__m256>(b), std::bit_cast<__m256>(c)));
-    } else if constexpr (std::is_same_v<V, Lanes<double, 4>>) {
-        return std::bit_cast<V>(
-            _mm256_fmadd_pd(std::bit_cast<__m256d>(a), std::bit_cast<__m256d>(b), std::bit_cast<__m256d>(c)));
-    }
-#endif
+#if defined(__AVX512VBMI__)
+    return std::bit_cast<Register<float>>(
+        _mm512_fmadd_ps(std::bit_cast<__m512>(a), std::bit_cast<__m512>(b), std::bit_cast<__m512>(c)));
+#elif defined(__AVX2__) && defined(__FMA__)
+    return std::bit_cast<Register<float>>(
+        _mm256_fmadd_ps(std::bit_cast<__m256>(a), std::bit_cast<__m256>(b), std::bit_cast<__m256>(c)));
+#else
     return a * b + c;
+#endif
 }
 
 /// The bits of positive t, read as a whole number: 2^23 * (127 + log2(t)), about.
@@ -92,7 +81,7 @@ struct EstimatedRoot
 
     EstimatedRoot(V t, V r)
     {
-#if defined(__FMA__)
+#if defined(__AVX2__) && defined(__FMA__)
         // What rounding takes from a product costs one instruction: conversions to doubles take a tenth longer.
         const auto errorOf = [](V product, V a, V b) { return roughMultiplyAdd(a, b, -product); };
         const V rr = r * r;

@@ -15,8 +15,10 @@ set(CMAKE_FIND_ROOT_PATH /usr/${prefix})
 set(CMAKE_FIND_ROOT_PATH_MODE_LIBRARY ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_INCLUDE ONLY)
 set(CMAKE_FIND_ROOT_PATH_MODE_PROGRAM NEVER)
-# Wine runs what is built, where it is installed.
-find_program(LUMIVEX_WINE NAMES wine${LUMIVEX_WINDOWS} wine PATHS /usr/lib/wine)
-if(LUMIVEX_WINE)
+# Wine runs what is built: for 64 bits where it is installed, for 32 in a system of its own.
+if(LUMIVEX_WINDOWS EQUAL 32)
+  set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../tests/machines/wine32.sh run)
+else()
+  find_program(LUMIVEX_WINE NAMES wine64 wine PATHS /usr/lib/wine REQUIRED)
   set(CMAKE_CROSSCOMPILING_EMULATOR ${LUMIVEX_WINE})
 endif()

@@ -67,6 +67,32 @@ TEST(Points, BlackAndWhiteOfEveryColour)
     }
 }
 
+TEST(Points, BlackAndWhiteBesideARoundingEdge)
+{
+    // The grey lies beside a whole level: a factor that is not rounded to single precision gives 24.
+    const auto tones = identityTones();
+    Pixels pixel{255, 0, 0, 9};
+    IM_NB(pixel.data(), pixel.data(), tones.data(), nullptr, 1, 1, 6, 46, 0, 0, 0, 0);
+    EXPECT_EQ(pixel, (Pixels{25, 25, 25, 9}));
+}
+
+// The library, the plain meanings and this file are compiled with the same arithmetic.
+TEST(Rounding, ToSinglePrecisionHoldsForNeighbours)
+{
+    const volatile float first = 6;
+    const volatile float second = 46;
+    double factors[2];
+    [](float a, float b, double* out) __attribute__((noinline))
+    {
+        const auto factor = [](float amount) { return static_cast<float>(1.0 - double{amount} / 51.0); };
+        out[0] = factor(a);
+        out[1] = factor(b);
+    }
+    (first, second, factors);
+    EXPECT_EQ(factors[0], 0x1.c3c3c4p-1);
+    EXPECT_EQ(factors[1], 0x1.919192p-4);
+}
+
 TEST(Points, BlackAndWhiteMarksClippingOfUnselectedPixelsToo)
 {
     const auto tones = identityTones();

@@ -6,6 +6,7 @@ from collections import namedtuple
 
 import numpy
 
+from . import _values
 from ._library import raw
 
 LabTables = namedtuple("LabTables", "lightness a b red green blue")
@@ -118,8 +119,8 @@ def rows_of_curve(points):
 
     Levels 0 and 255 always stay, and dark ones can be darkened only a little.
     """
-    points = sorted((float(x), float(y)) for x, y in points)
-    if not points or not all(0 <= level <= 255 for point in points for level in point):
+    points = sorted(_values.points("rows_of_curve: points", points))
+    if not all(0 <= level <= 255 for point in points for level in point):
         raise ValueError("rows_of_curve: expected points of levels from 0 to 255")
     if any(one[0] == two[0] for one, two in zip(points, points[1:])):
         raise ValueError("rows_of_curve: two points at the same level")

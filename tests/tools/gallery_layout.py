@@ -32,8 +32,9 @@ def main():
         frames = Path(folder) / "frames.html"
         frames.write_text("".join(FRAME.format(width=width, page=page) for width in WIDTHS) + MEASURE, encoding="utf-8")
         shown = subprocess.run([browser, "--headless", "--no-sandbox", "--disable-gpu", "--no-first-run",
-                                "--disable-background-networking", "--disable-component-update", "--disable-sync", "--hide-scrollbars",
-                                "--virtual-time-budget=20000", f"--user-data-dir={folder}/profile", "--dump-dom",
+                                "--disable-background-networking", "--disable-component-update", "--disable-sync",
+                                "--hide-scrollbars", "--virtual-time-budget=20000",
+                                f"--user-data-dir={folder}/profile", "--dump-dom",
                                 frames.as_uri()], capture_output=True, text=True, timeout=120)
     title = re.search(r"<title>([\d ]+)\.</title>", shown.stdout)
     if not title:

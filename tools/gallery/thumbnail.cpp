@@ -15,7 +15,7 @@ uint8_t ground(int32_t x, int32_t y)
     return (x / square + y / square) % 2 == 0 ? 0xf4 : 0xd9;
 }
 
-// The first of the source's rows or columns that the result's one at `place` averages; the last ends where the next begins.
+// Where the rows or columns of the source begin that the one at a place averages. They end where the next begin.
 int32_t startOf(int32_t place, int32_t size, int32_t sourceSize)
 {
     return static_cast<int32_t>(int64_t{place} * sourceSize / size);

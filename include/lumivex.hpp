@@ -7,6 +7,11 @@
 // nothing: views, selections and tables outlive the call that takes them, and nothing more is asked of them.
 #pragma once
 
+// g++ 10 calls its C++20 by an earlier date, so this asks for anything after C++17.
+#if !(__cplusplus > 201703L || (defined(_MSVC_LANG) && _MSVC_LANG > 201703L))
+#error "lumivex.hpp needs C++20 (-std=c++20); lumivex.h is for C and every C++"
+#else
+
 #include "lumivex/areas.hpp"
 #include "lumivex/calls.hpp"
 #include "lumivex/equaliser.hpp"
@@ -18,3 +23,5 @@
 #include "lumivex/stroke.hpp"
 #include "lumivex/tables.hpp"
 #include "lumivex/views.hpp"
+
+#endif

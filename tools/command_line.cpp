@@ -19,9 +19,9 @@ std::optional<std::string> parseArguments(CLI::App& app, const std::vector<std::
         return app.help();
     } catch (const CLI::ArgumentMismatch& error) {
         const std::string text = error.what();
-        throw Failure(text.substr(0, text.find(':')) + " needs one value (see '" + app.get_name() + " --help')");
+        throw UsageError(text.substr(0, text.find(':')) + " needs one value (see '" + app.get_name() + " --help')");
     } catch (const CLI::ParseError& error) {
-        throw Failure(std::string(error.what()) + " (see '" + app.get_name() + " --help')");
+        throw UsageError(std::string(error.what()) + " (see '" + app.get_name() + " --help')");
     }
     return std::nullopt;
 }

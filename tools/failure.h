@@ -13,6 +13,13 @@ public:
     using std::runtime_error::runtime_error;
 };
 
+// The command line is wrong, so that nothing was done.
+class UsageError : public Failure
+{
+public:
+    using Failure::Failure;
+};
+
 // The user has stopped the work: what was to come after it is not begun.
 class Stopped : public Failure
 {

@@ -33,7 +33,7 @@ constexpr const char* usage = R"(lumivex: image operations on picture files
   lumivex --version
 
 Pictures are PNG or JPEG. What is written is written whole or not at all. Of many pictures those that fail are reported
-and the others done, and the exit status is 1.
+and the others done, and the exit status is 1. It is 2 where the command line is wrong, and nothing was done.
 )";
 
 std::string list(const Arguments& arguments)
@@ -103,13 +103,13 @@ constexpr Command hiddenCommands[] = {{"manual", manual}, {"completion", complet
     std::string hint;
     for (const std::string& similar : similarNames(name, others))
         hint += (hint.empty() ? "; did you mean " : " or ") + similar;
-    throw Failure("unknown operation '" + name + "'" + (hint.empty() ? "; see 'lumivex list'" : hint + "?"));
+    throw UsageError("unknown operation '" + name + "'" + (hint.empty() ? "; see 'lumivex list'" : hint + "?"));
 }
 
 Outcome run(Arguments arguments)
 {
     if (arguments.empty())
-        throw Failure("nothing to do; see 'lumivex --help'");
+        throw UsageError("nothing to do; see 'lumivex --help'");
     const std::string first = arguments.front();
     if (first == "--help" || first == "-h")
         return {usage};
@@ -183,6 +183,9 @@ int main(int count, char** values)
         const host::Outcome outcome = host::run({values + 1, values + count});
         host::print(outcome.text);
         return outcome.failed ? 1 : 0;
+    } catch (const host::UsageError& error) {
+        std::fprintf(stderr, "lumivex: %s\n", error.what());
+        return 2;
     } catch (const std::bad_alloc&) {
         std::fputs("lumivex: not enough memory\n", stderr);
     } catch (const std::exception& error) {

@@ -58,7 +58,7 @@ void levels(Job& job)
     const int32_t black = job.whole("black");
     const int32_t white = job.whole("white");
     if (black >= white)
-        throw Failure("--black has to be less than --white");
+        throw UsageError("--black has to be less than --white");
     const auto grey = static_cast<int32_t>(std::ceil(black + (white - black) * double{job.number("grey")} / 100));
     const std::array<int32_t, 5> unchanged = {0, 128, 255, 0, 255};
     const std::array<int32_t, 5> moved = {black, grey, white, job.whole("output-black"), job.whole("output-white")};
@@ -95,7 +95,7 @@ Guide guideOf(Job& job)
         return {job.selection(), {}, 0, 0};
     const auto [x, y] = pick.front();
     if (x < 0 || x >= job.width() || y < 0 || y >= job.height())
-        throw Failure("--pick: the point is outside the picture");
+        throw UsageError("--pick: the point is outside the picture");
     if (!job.selectionPicture)
         job.selectionPicture = Picture(job.width(), job.height(), 255);
     return {job.selection(), job.picture("weight"), static_cast<int32_t>(x), static_cast<int32_t>(y)};
@@ -274,7 +274,7 @@ Family adjustFamily()
                           {"--brightness 90 --contrast 50 --pick 20,20 --weight shape.png"}},
              .run = brightnessContrast},
             {.name = "contrast-histograms",
-             .summary = "The same for all colours, with histograms of what comes out",
+             .summary = "Brightness and contrast for all colours, with histograms of what comes out",
              .details = "Levels with a fraction of a half or more, and those that are clamped, are not counted.",
              .parameters = {brightness, contrast},
              .selecting = Selecting::none,
@@ -300,7 +300,7 @@ Family adjustFamily()
              .run = equalise},
             {.name = "equalise-channels",
              .exported = "IM_NiveauPlus, IM_GetTabBrillance, IM_SetDataLab",
-             .summary = "The same table for red, green and blue themselves, which shifts colours too",
+             .summary = "Equalises red, green and blue by one table, which shifts colours too",
              .histogram = true,
              .run = equaliseChannels},
             {.name = "histogram",

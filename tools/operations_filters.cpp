@@ -45,7 +45,7 @@ Operation windowOperation(const char* name, const char* summary, const char* det
 void boxBlur(Picture& image, int32_t radius, const lumivex::Selection& selection, bool invert)
 {
     if (radius > std::min(image.width, image.height) / 2)
-        throw Failure("--radius: " + std::to_string(radius) + " is more than half of " + sizeOf(image));
+        throw UsageError("--radius: " + std::to_string(radius) + " is more than half of " + sizeOf(image));
     Picture scratch(image.width, image.height);
     lumivex::box_blur(image, scratch, radius, invert, selection);
 }

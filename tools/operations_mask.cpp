@@ -49,7 +49,7 @@ void maskOutline(Job& job)
     const std::string& side = job.choice("side");
     Picture layer(job.width(), job.height());
     if (side != "inside" && clipped)
-        throw Failure("--from and --to go with --side inside");
+        throw UsageError("--from and --to go with --side inside");
     if (side == "outside") {
         std::vector<uint8_t> flags(layer.bytes.size() / 4);
         lumivex::red_mask_outline_outside(mask, layer, {flags, job.width(), job.height()}, colour);

@@ -26,8 +26,8 @@ int32_t wantedSize(const Job& job, const char* name, int32_t now)
 {
     const int32_t wanted = job.has(name) ? job.whole(name) : now;
     if (wanted > 2 * int64_t{now})
-        throw Failure("--" + std::string(name) + ": " + std::to_string(wanted) + " is more than twice the " +
-                      std::to_string(now) + " of the picture");
+        throw UsageError("--" + std::string(name) + ": " + std::to_string(wanted) + " is more than twice the " +
+                         std::to_string(now) + " of the picture");
     return wanted;
 }
 
@@ -59,7 +59,7 @@ void carve(Job& job)
 
     const int32_t marked = carver.mostGivenAway();
     if (marked == 0 && !job.has("width") && !job.has("height"))
-        throw Failure("nothing to do: neither a size is given nor anything to remove");
+        throw UsageError("nothing to do: neither a size is given nor anything to remove");
     const int32_t seams = 2 * marked + std::abs(width - job.width()) + std::abs(height - job.height());
     job.progress.begin("carve", static_cast<uint32_t>(seams));
     if (!removeMarked(carver) || !carver.setWidth(width) || !carver.setHeight(height))

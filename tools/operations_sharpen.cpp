@@ -138,7 +138,7 @@ Family sharpeningFamily()
              .examples = {{"--strength 1"}, {"--strength 3 --blur gaussian-5"}},
              .run = unsharp},
             {.name = "sharpen",
-             .summary = "The same, where the picture is selected",
+             .summary = "Adds the difference from a softened copy where the picture is selected",
              .parameters = withSoftening({strength()}),
              .selecting = Selecting::byExport,
              .examples = {{"--strength 2 --blur box --radius 12 --selection selection.png"},

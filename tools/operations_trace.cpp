@@ -96,7 +96,7 @@ lumivex::Outlines outlinesOf(Job& job)
         channel = lumivex::MapChannel::alpha;
     }
     if (channel == lumivex::MapChannel::alpha && count != 0)
-        throw Failure("--thin: transparency is not thinned; --by white takes a mask");
+        throw UsageError("--thin: transparency is not thinned; --by white takes a mask");
     thinMap(job, thin, count);
     job.progress.begin("outlines");
     const auto smoothing = static_cast<lumivex::Smoothing>(job.whole("smooth"));
@@ -143,7 +143,7 @@ void path(Job& job)
               [](const lumivex::Outline& a, const lumivex::Outline& b) { return a.size() > b.size(); });
     const auto number = static_cast<size_t>(job.whole("outline"));
     if (number > outlines.all.size())
-        throw Failure("--outline: there are " + std::to_string(outlines.all.size()));
+        throw UsageError("--outline: there are " + std::to_string(outlines.all.size()));
     const lumivex::Outline& outline = outlines.all[number - 1];
     job.output = job.input;
     char line[64];

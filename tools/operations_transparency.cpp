@@ -103,7 +103,7 @@ void fadeLinear(Job& job)
     double dx = to.x - from.x;
     double dy = to.y - from.y;
     if (dx == 0 && dy == 0)
-        throw Failure("--from and --to are the same place");
+        throw UsageError("--from and --to are the same place");
     if (std::abs(dx) < hair * std::abs(dy))
         dx = std::copysign(hair * dy, dx);
     if (std::abs(dy) < hair * std::abs(dx))

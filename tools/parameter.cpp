@@ -62,18 +62,18 @@ double Parameter::parseNumber(const std::string& text) const
         return wordMeaning;
     const std::optional<double> value = finiteNumber(text);
     if (!value)
-        throw Failure("--" + name + ": '" + text + "' is not a number");
+        throw UsageError("--" + name + ": '" + text + "' is not a number");
     if (kind == Kind::whole && *value != std::trunc(*value))
-        throw Failure("--" + name + ": '" + text + "' is not a whole number");
+        throw UsageError("--" + name + ": '" + text + "' is not a whole number");
     if (*value < low || *value > high)
-        throw Failure("--" + name + ": " + text + " is out of range, " + shortest(low) + " to " + shortest(high));
+        throw UsageError("--" + name + ": " + text + " is out of range, " + shortest(low) + " to " + shortest(high));
     return *value;
 }
 
 void Parameter::checkChoice(const std::string& text) const
 {
     if (std::find(choices.begin(), choices.end(), text) == choices.end())
-        throw Failure("--" + name + ": '" + text + "' is none of " + joined(choices));
+        throw UsageError("--" + name + ": '" + text + "' is none of " + joined(choices));
 }
 
 Colour Parameter::parseColour(const std::string& text) const
@@ -83,7 +83,7 @@ Colour Parameter::parseColour(const std::string& text) const
     const char* const end = text.data() + text.size();
     uint32_t value = 0;
     if (end - first != 6 || std::from_chars(first, end, value, 16).ptr != end)
-        throw Failure("--" + name + ": '" + text + "' is not a colour of the form rrggbb");
+        throw UsageError("--" + name + ": '" + text + "' is not a colour of the form rrggbb");
     return {static_cast<uint8_t>(value >> 16), static_cast<uint8_t>(value >> 8), static_cast<uint8_t>(value)};
 }
 
@@ -96,13 +96,13 @@ std::vector<Point> Parameter::parsePoints(const std::string& text) const
         const auto x = finiteNumber(item.substr(0, comma));
         const auto y = finiteNumber(item.substr(std::min(comma + 1, item.size())));
         if (!x || !y)
-            throw Failure("--" + name + ": '" + item + "' is not a point of the form x,y");
+            throw UsageError("--" + name + ": '" + item + "' is not a point of the form x,y");
         found.push_back({*x, *y});
     }
     const auto count = static_cast<double>(found.size());
     if (count < low || count > high)
-        throw Failure("--" + name + ": " + shortest(count) + " points, where " + shortest(low) + " to " +
-                      shortest(high) + " are wanted");
+        throw UsageError("--" + name + ": " + shortest(count) + " points, where " + shortest(low) + " to " +
+                         shortest(high) + " are wanted");
     return found;
 }
 

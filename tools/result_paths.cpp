@@ -34,8 +34,8 @@ Results resultPaths(const std::vector<std::string>& inputs, const fs::path& outp
         throw Failure("cannot write into " + inQuotes(folder) + ": it is not a folder" +
                       (inputs.size() > 1 ? ", which several inputs need" : ""));
     if (!there && !slash && (isPictureName(output) || output.extension() == ".svg"))
-        throw Failure("several inputs need a folder: to make one called " + inQuotes(output) + ", write " +
-                      inQuotes(output.string() + "/"));
+        throw UsageError("several inputs need a folder: to make one called " + inQuotes(output) + ", write " +
+                         inQuotes(output.string() + "/"));
 
     Results results{{}, folder};
     std::map<fs::path, std::string> taken;
@@ -43,9 +43,10 @@ Results resultPaths(const std::vector<std::string>& inputs, const fs::path& outp
         const fs::path& path = results.paths.emplace_back(folder / resultName(input, extension));
         const auto [first, isNew] = taken.try_emplace(path, input);
         if (!isNew)
-            throw Failure(inQuotes(first->second) + " and " + inQuotes(input) + " would both become " + inQuotes(path));
+            throw UsageError(inQuotes(first->second) + " and " + inQuotes(input) + " would both become " +
+                             inQuotes(path));
         if (fs::equivalent(input, path, ignored))
-            throw Failure("the result would replace " + inQuotes(input) + "; choose another folder");
+            throw UsageError("the result would replace " + inQuotes(input) + "; choose another folder");
     }
     return results;
 }

@@ -40,6 +40,13 @@ std::string describe(const Parameter& parameter)
     return parameter.help + (parameter.standard.empty() ? "" : " (default " + parameter.standard + ")");
 }
 
+// An empty text stands for what was not given. Who gives one, a script with an empty variable say, means something else.
+const CLI::Validator notBlank(
+    [](const std::string& text) {
+        return text.find_first_not_of(' ') == std::string::npos ? std::string("the value is empty") : std::string();
+    },
+    "");
+
 void addParameter(CLI::App& app, const Parameter& parameter, Request& request)
 {
     const std::string option = "--" + parameter.name;
@@ -48,7 +55,10 @@ void addParameter(CLI::App& app, const Parameter& parameter, Request& request)
         return;
     }
     std::string& text = request.texts[parameter.name] = parameter.standard;
-    app.add_option(option, text, describe(parameter))->type_name(parameter.form())->required(parameter.required);
+    app.add_option(option, text, describe(parameter))
+        ->type_name(parameter.form())
+        ->required(parameter.required)
+        ->check(notBlank);
 }
 
 std::optional<std::string> parse(const Operation& operation, const std::vector<std::string>& arguments,
@@ -73,7 +83,8 @@ std::optional<std::string> parse(const Operation& operation, const std::vector<s
         notes += notes.empty() ? folderNote : std::string("\n") + folderNote;
     if (operation.selecting != Selecting::none) {
         app.add_option("--selection", request.selection, "Change only what this picture of the same size selects")
-            ->type_name("MASK");
+            ->type_name("MASK")
+            ->check(notBlank);
         notes += notes.empty() ? selectionNote : std::string("\n") + selectionNote;
     }
     app.add_flag("-q,--quiet", request.quiet, "No progress bar");
@@ -222,7 +233,7 @@ Outcome runOperation(const Operation& operation, const std::vector<std::string>&
     const std::string extension = operation.writesDrawing ? ".svg" : request.format.empty() ? "" : "." + request.format;
     const Results results = resultPaths(request.inputs, *request.output, extension);
     if (!request.format.empty() && results.folder.empty())
-        throw Failure("--format goes with a folder; the name of a file says its format");
+        throw UsageError("--format goes with a folder; the name of a file says its format");
     if (results.folder.empty())
         checkName(operation, results.paths.front());
     const Shared shared = readShared(operation, request);

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <utility>
 
 namespace host
 {
@@ -48,6 +49,30 @@ private:
     std::vector<Point> points_;
     std::vector<double> slopes_;
 };
+
+// What a row of the family makes of a level, unrounded.
+double rowAt(uint32_t row, double level)
+{
+    return std::pow(level / 255, (row + 1) / (256 - level)) * 255;
+}
+
+// The row whose byte at a level comes nearest to the curve. Several may have that byte, all of them at level 0. Lightness
+// goes through the formula of its row instead of the byte, from this level up to the next, and is truncated to the grid
+// then: so of several the one counts that is nearest to the curve where the level ends.
+uint32_t nearestRow(const SmoothCurve& curve, uint32_t level)
+{
+    const double wanted = curve.at(level);
+    const double end = std::min(level + 1, 255u);
+    const double wantedAtEnd = curve.at(end);
+    const auto distance = [&](uint32_t row) {
+        return std::pair(std::abs(curveFamily()[row * 256 + level] - wanted), std::abs(rowAt(row, end) - wantedAtEnd));
+    };
+    uint32_t nearest = 0;
+    for (uint32_t row = 1; row < 256; ++row)
+        if (distance(row) < distance(nearest))
+            nearest = row;
+    return nearest;
+}
 } // namespace
 
 const lumivex::CurveFamily& curveFamily()
@@ -61,19 +86,14 @@ std::array<uint32_t, 256> rowsOfCurve(const std::string& name, std::vector<Point
     std::sort(points.begin(), points.end(), [](const Point& a, const Point& b) { return a.x < b.x; });
     for (size_t i = 0; i < points.size(); ++i) {
         if (std::min(points[i].x, points[i].y) < 0 || std::max(points[i].x, points[i].y) > 255)
-            throw Failure("--" + name + ": levels go from 0 to 255");
+            throw UsageError("--" + name + ": levels go from 0 to 255");
         if (i > 0 && points[i].x == points[i - 1].x)
-            throw Failure("--" + name + ": two points at the same level");
+            throw UsageError("--" + name + ": two points at the same level");
     }
     const SmoothCurve curve(std::move(points));
     std::array<uint32_t, 256> rows{};
-    for (size_t level = 0; level < 256; ++level) {
-        const double wanted = curve.at(static_cast<double>(level));
-        const auto distance = [&](uint32_t row) { return std::abs(curveFamily()[row * 256 + level] - wanted); };
-        for (uint32_t row = 1; row < 256; ++row)
-            if (distance(row) < distance(rows[level]))
-                rows[level] = row;
-    }
+    for (uint32_t level = 0; level < 256; ++level)
+        rows[level] = nearestRow(curve, level);
     return rows;
 }
 } // namespace host

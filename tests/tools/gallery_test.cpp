@@ -1,6 +1,7 @@
 // The gallery: everything it names is there, and its commands make its pictures again.
 #include "program.h"
 
+#include <algorithm>
 #include <set>
 
 namespace test
@@ -45,14 +46,26 @@ TEST_F(Gallery, commandsMakeItsPictures)
     std::filesystem::current_path("../gallery");
     auto gallery = folderContents();
     gallery.erase("index.html");
+    gallery.erase("thumbnails");
     EXPECT_TRUE(again == gallery);
     EXPECT_GT(operations.size(), 15u);
 
     for (const std::string& name : listedNames())
         EXPECT_TRUE(operations.count(name)) << name << " is not shown";
-    for (const char* attribute : {" src=\"", "\" href=\""})
-        for (const std::string& file : between(page, attribute, "\""))
-            EXPECT_TRUE(gallery.count(file)) << file;
+    for (const std::string& file : between(page, "\" href=\"", "\""))
+        EXPECT_TRUE(gallery.count(file)) << file;
+    // With its size each picture keeps its place before it arrives.
+    for (const std::string& image : between(page, "<img ", ">")) {
+        const std::string file = between(image, "src=\"", "\"").at(0);
+        EXPECT_TRUE(std::filesystem::exists(file)) << file;
+        const int width = std::stoi(between(image, "width=\"", "\"").at(0));
+        const int height = std::stoi(between(image, "height=\"", "\"").at(0));
+        EXPECT_GT(std::min(width, height), 0) << file;
+        if (std::filesystem::path(file).extension() == ".png") {
+            const Picture shown = readPng(file);
+            EXPECT_TRUE(shown.width == width && shown.height == height) << file;
+        }
+    }
 }
 
 TEST_F(Gallery, drawsTheSceneWithoutAPicture)
@@ -69,6 +82,16 @@ TEST_F(Gallery, drawsTheSceneWithoutAPicture)
     for (size_t i = 3; i < scene.bytes.size(); i += 4)
         alphas.insert(scene.bytes[i]);
     EXPECT_GT(alphas.size(), 50u);
+    // What a browser loads for the page that shows it all, and how large a picture is there.
+    std::filesystem::current_path("folder");
+    const std::vector<std::string> shown = between(readText("index.html"), " src=\"", "\"");
+    size_t bytes = 0;
+    for (const std::string& file : std::set<std::string>(shown.begin(), shown.end()))
+        bytes += std::filesystem::file_size(file);
+    EXPECT_LT(bytes, 20'000'000u);
+    ASSERT_EQ(run("invert thumbnails/scene.jpg -o small.png").status, 0);
+    const Picture small = readPng("small.png");
+    EXPECT_TRUE(small.width == 480 && small.height == 320);
 }
 } // namespace
 } // namespace test

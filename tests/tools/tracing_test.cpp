@@ -91,8 +91,8 @@ TEST_F(Tracing, thinningRunsAsOftenAsAskedOrUntilItIsDone)
     EXPECT_LT(stable, 160u);
     EXPECT_EQ(left("--lines colours --thin until-stable"), stable);
     EXPECT_EQ(left("--thin 0"), left("--lines yellow --colour 123456 --thin 0"));
-    EXPECT_EQ(run("thin in.png -o out.png --thin soon").status, 1);
-    EXPECT_EQ(run("trace in.png -o out.svg --by alpha --thin 1").status, 1);
+    EXPECT_EQ(run("thin in.png -o out.png --thin soon").status, 2);
+    EXPECT_EQ(run("trace in.png -o out.svg --by alpha --thin 1").status, 2);
 }
 
 TEST_F(Tracing, pointsStandAtEqualDistances)
@@ -111,7 +111,7 @@ TEST_F(Tracing, pointsStandAtEqualDistances)
         EXPECT_TRUE(inside >= 0 && inside < 0.3) << x << ", " << y;
     }
     EXPECT_NE(readPng("out.png"), readPng("in.png"));
-    EXPECT_EQ(run("path in.png -o out.png --by white --outline 2").status, 1);
+    EXPECT_EQ(run("path in.png -o out.png --by white --outline 2").status, 2);
 }
 } // namespace
 } // namespace test

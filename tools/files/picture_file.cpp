@@ -75,7 +75,7 @@ Encoder encoderFor(const std::filesystem::path& path)
 {
     if (const Encoder encoder = encoderOf(path))
         return encoder;
-    throw Failure("cannot write " + inQuotes(path) + ": the name must end in .png, .jpg or .jpeg");
+    throw UsageError("cannot write " + inQuotes(path) + ": the name must end in .png, .jpg or .jpeg");
 }
 } // namespace
 
@@ -136,7 +136,7 @@ void checkDrawingName(const std::filesystem::path& path)
 {
     checkOutputName(path);
     if (extensionOf(path) != ".svg")
-        throw Failure("cannot write " + inQuotes(path) + ": the name must end in .svg");
+        throw UsageError("cannot write " + inQuotes(path) + ": the name must end in .svg");
 }
 
 void writeDrawing(const std::filesystem::path& path, const std::string& svg)

@@ -5,8 +5,10 @@
 #include "files/output_file.h"
 #include "files/picture_file.h"
 #include "gallery/page.h"
+#include "gallery/thumbnail.h"
 #include "histogram.h"
 #include "operation.h"
+#include "result_paths.h"
 #include "run_operation.h"
 #include "scene/scene.h"
 
@@ -30,11 +32,41 @@ std::vector<std::string> words(const std::string& text)
     return all;
 }
 
-std::string writeHistogram(const std::string& of)
+std::string stemOf(const std::string& file)
 {
-    const std::string name = std::filesystem::path(of).stem().string() + "-histogram.png";
-    writePicture(name, drawHistograms(countLevels(readPicture(of))));
-    return name;
+    return std::filesystem::path(file).stem().string();
+}
+
+// A histogram is small as it is.
+ShownPicture writeHistogram(const std::string& of)
+{
+    const std::string name = stemOf(of) + "-histogram.png";
+    const Picture histogram = drawHistograms(countLevels(readPicture(of)));
+    writePicture(name, histogram);
+    return {name, name, histogram.width, histogram.height};
+}
+
+// A drawing is shown as it is, at the size of the scene that it was traced from.
+ShownPicture showDrawing(const std::string& file, const Picture& scene)
+{
+    return {file, file, scene.width, scene.height};
+}
+
+ShownPicture showPicture(const std::string& file)
+{
+    const Picture small = thumbnail(readPicture(file));
+    const std::string name = "thumbnails/" + stemOf(file) + ".jpg";
+    writePicture(name, small);
+    return {file, name, small.width, small.height};
+}
+
+// A part of it, pixel by pixel: a PNG, whose pixels are what they were.
+ShownPicture showPart(const std::string& file)
+{
+    const Picture small = thumbnail(closeUp(readPicture(file)));
+    const std::string name = "thumbnails/" + stemOf(file) + "-part.png";
+    writePicture(name, small);
+    return {file, name, small.width, small.height};
 }
 
 // Sizes in examples are shares of the picture's: "67%w" of its width, "67%h" of its height.
@@ -52,17 +84,20 @@ std::string withSizes(std::string text, const Picture& picture)
 Shown runExample(const Operation& operation, const Example& example, const Picture& scene, size_t number, bool quiet)
 {
     Shown shown;
-    shown.input = example.input;
-    shown.output = operation.name + (number == 1 ? "" : '-' + std::to_string(number)) +
-                   (operation.writesDrawing ? ".svg" : ".png");
-    std::string arguments = (example.input.empty() ? "" : example.input + " ") + "-o " + shown.output;
+    const std::string output = operation.name + (number == 1 ? "" : '-' + std::to_string(number)) +
+                               (operation.writesDrawing ? ".svg" : ".png");
+    std::string arguments = (example.input.empty() ? "" : example.input + " ") + "-o " + output;
     if (!example.arguments.empty())
         arguments.append(" ").append(withSizes(example.arguments, scene));
     shown.command = "lumivex " + operation.name + " " + arguments;
     shown.report = runOperation(operation, words(arguments + (quiet ? " --quiet" : ""))).text;
+    const auto show = operation.closeUp ? showPart : showPicture;
+    if (!example.input.empty())
+        shown.input = show(example.input);
+    shown.output = operation.writesDrawing ? showDrawing(output, scene) : show(output);
     if (operation.histogram) {
-        shown.inputHistogram = writeHistogram(shown.input);
-        shown.outputHistogram = writeHistogram(shown.output);
+        shown.inputHistogram = writeHistogram(example.input);
+        shown.outputHistogram = writeHistogram(output);
     }
     return shown;
 }
@@ -86,6 +121,7 @@ std::string makeGallery(const std::filesystem::path& picture, const std::filesys
         throw Failure("the gallery needs a picture of at least 64 x 64, " + inQuotes(picture) + " is " + sizeOf(scene));
     // From here on all names are relative to the folder, as in the commands that the page shows.
     enterFolder(folder);
+    makeFolder("thumbnails");
     writePicture("scene.png", scene);
     writePicture("selection.png", drawSelection(scene.width, scene.height, 255, 0));
     writePicture("card.png", drawCardMark(scene.width, scene.height));
@@ -103,7 +139,11 @@ std::string makeGallery(const std::filesystem::path& picture, const std::filesys
             pictures += shown.examples.size();
         }
     }
-    const std::string page = galleryPage(shownFamilies, scene);
+    const std::string page =
+        galleryPage(shownFamilies, {{showPicture("scene.png"), "scene.png, the picture, " + sizeOf(scene) + " pixels"},
+                                    {showPicture("selection.png"), "selection.png, white is selected"},
+                                    {showPicture("shape.png"), "shape.png, black stays"},
+                                    {showPicture("card.png"), "card.png, white is the test card"}});
     writeWhole("index.html", {reinterpret_cast<const uint8_t*>(page.data()), page.size()});
     return "wrote " + (folder / "index.html").string() + " and " + std::to_string(pictures) + " pictures\n";
 }

@@ -2,22 +2,36 @@
 #pragma once
 
 #include "operation.h"
-#include "picture.h"
-
 #include <string>
 #include <vector>
 
 namespace host
 {
+// A file, and what the page shows of it, with the size of that. All empty: none.
+struct ShownPicture
+{
+    std::string file = {};
+    std::string thumbnail = {};
+    int32_t width = 0;
+    int32_t height = 0;
+};
+
+// What the examples start from.
+struct ShownSource
+{
+    ShownPicture picture;
+    std::string words;
+};
+
 // One example that was run.
 struct Shown
 {
-    std::string input; // empty for operations that take no picture
-    std::string output;
+    ShownPicture input; // none for operations that take no picture
+    ShownPicture output;
     std::string command;
     std::string report;
-    std::string inputHistogram; // files; empty if none are shown
-    std::string outputHistogram;
+    ShownPicture inputHistogram;
+    ShownPicture outputHistogram;
 };
 
 struct ShownOperation
@@ -32,5 +46,6 @@ struct ShownFamily
     std::vector<ShownOperation> operations;
 };
 
-std::string galleryPage(const std::vector<ShownFamily>& families, const Picture& scene);
+// The first of the sources is shown large.
+std::string galleryPage(const std::vector<ShownFamily>& families, const std::vector<ShownSource>& sources);
 } // namespace host

@@ -153,6 +153,6 @@ std::string completionScript(const std::string& shell, const Families& families)
         return zsh(families);
     if (shell == "fish")
         return fish(families);
-    throw Failure("no completion for '" + shell + "'; there is one for bash, zsh and fish");
+    throw UsageError("no completion for '" + shell + "'; there is one for bash, zsh and fish");
 }
 } // namespace host

@@ -126,7 +126,9 @@ std::string manualPage(const std::string& usage, const std::vector<DescribedFami
             page += paragraphs(command.options, options);
         }
     }
-    page += ".SH \"EXIT STATUS\"\n0 if all was done; 1 if not, with a line on standard error that says why.\n";
+    page +=
+        ".SH \"EXIT STATUS\"\n0 if all was done; 1 if something could not be done; 2 if the command line is wrong, so "
+        "that nothing was\ndone. A line on standard error says why.\n";
     return page + ".SH EXAMPLES\n.nf\nlumivex box\\-blur photo.jpg \\-o blurred.png \\-\\-radius 8\n"
                   "lumivex carve photo.jpg \\-o narrow.png \\-\\-width 800 \\-\\-protect faces.png\n.fi\n";
 }

@@ -1,7 +1,8 @@
 """Arrays as the library wants them: their types, shapes and places in memory."""
-import operator
-
 import numpy
+
+from ._rules import PICTURE, Parameter
+from ._values import real, whole
 
 DTYPES = {"uint8_t": numpy.dtype(numpy.uint8), "int32_t": numpy.dtype(numpy.int32),
           "uint32_t": numpy.dtype(numpy.uint32), "float": numpy.dtype(numpy.float32),
@@ -63,7 +64,17 @@ def readable(where, parameter, value, sizes):
     if isinstance(value, (list, tuple)):
         value = _from_list(where, parameter, value, sizes)
     fit(where, parameter, value, sizes)
+    if value.dtype.kind == "f" and not numpy.isfinite(value).all():
+        raise ValueError(f"{where}: expected finite numbers, and some are infinite or not-a-number")
     return numpy.ascontiguousarray(value)
+
+
+def picture(where, value):
+    """A picture of whatever size, with pixels."""
+    fit(where, Parameter("picture", "uint8_t", True, "input", PICTURE, None, None), value, {})
+    if 0 in value.shape:
+        raise ValueError(f"{where}: expected a picture with pixels, got shape {describe(value.shape)}")
+    return value
 
 
 def writable(where, parameter, value, sizes):
@@ -85,16 +96,7 @@ def make(parameter, sizes, fill):
 
 def number(where, parameter, value):
     """A number that fits its C type: C itself would cut it off without a word."""
-    if parameter.type in ("float", "double"):
-        try:
-            return float(value)
-        except (TypeError, ValueError):
-            raise TypeError(f"{where}: expected a number, got {_got(value)}") from None
-    try:
-        whole = operator.index(value)
-    except TypeError:
-        raise TypeError(f"{where}: expected a whole number, got {_got(value)}") from None
-    low, high = LIMITS[parameter.type]
-    if not low <= whole <= high:
-        raise ValueError(f"{where}: expected {low}..{high}, got {whole}")
-    return whole
+    if parameter.type in LIMITS:
+        return whole(where, value, *LIMITS[parameter.type])
+    reach = float(numpy.finfo(DTYPES[parameter.type]).max)
+    return real(where, value, -reach, reach)

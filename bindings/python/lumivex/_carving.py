@@ -1,6 +1,7 @@
 """Content-aware resizing: the order of the seam steps and the arrays they share."""
 import numpy
 
+from . import _arrays, _values
 from ._functions import FUNCTIONS
 
 
@@ -133,12 +134,11 @@ def carve(picture, width=None, height=None, *, protect=None, remove=None, previe
     preview          Paints removed seams red and inserted ones yellow.
     progress         Called with the number of seams done, after each.
     """
-    if picture.ndim != 3 or 0 in picture.shape:
-        raise ValueError(f"carve: expected a picture with pixels, got shape {picture.shape}")
+    _arrays.picture("carve: picture", picture)
     wanted = {"width": (width, picture.shape[1]), "height": (height, picture.shape[0])}
     for name, (size, now) in wanted.items():
-        if size is not None and not 1 <= size <= 2 * now:
-            raise ValueError(f"carve: {name}: expected 1..{2 * now}, got {size}")
+        if size is not None:
+            _values.whole(f"carve: {name}", size, 1, 2 * now)
     if width is None and height is None and remove is None:
         raise ValueError("carve: nothing to do: neither a size is given nor anything to remove")
     done = 0

@@ -72,6 +72,10 @@ def check(export, call):
         if english == export.english:
             value = call.numbers.get(name, call.arrays.get(name))
             _below(call, name, value, call.sizes.get(limit, limit))
+    for name, value in call.numbers.items():
+        lies, words = rules.RANGES.get((export.english, name), (None, ""))
+        if lies and not lies(value, call.sizes):
+            raise ValueError(f"{call.where(name)}: expected {words}, got {value}")
     if export.rectangle:
         _check_rectangle(export, call)
     if export.dab:

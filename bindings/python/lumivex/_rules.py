@@ -220,6 +220,14 @@ BELOW = {
     ("walk_outline", "start"): "records",
 }
 
+# Numbers that have to lie somewhere for the library to do anything: whether one does, by the sizes, and where in words.
+RANGES = {
+    ("box_blur", "radius"): (lambda radius, sizes: 1 <= radius <= min(sizes["width"], sizes["height"]) / 2,
+                             "1 or more, and at most half of width and of height"),
+    ("fade_radial", "radius"): (lambda radius, sizes: radius > 0, "more than 0"),
+    ("fit_curves", "error"): (lambda error, sizes: error > 0, "more than 0"),
+}
+
 # Exports whose C result says something; and what is kept of arrays that were made as long as they may have to be.
 RETURNING = frozenset("hue probe probe_4 probe_7 probe_8".split())
 KEPT = {("edge_graph", "records"): "returned", ("edge_graph_blue", "records"): "returned",

@@ -3,6 +3,7 @@ import math
 
 import numpy
 
+from . import _arrays, _values
 from ._functions import FUNCTIONS
 
 # By the brush's name: the export, and what the profile says.
@@ -11,6 +12,12 @@ BRUSHES = {"colour": ("paint", "left"), "colour-root": ("paint_strongest", "left
            "grain-background": ("grain_background", "covered"), "knife": ("knife", "covered"),
            "knife-background": ("knife_background", "covered"), "eraser": ("erase", "left"),
            "fade": ("paint_fade", None), "restore": ("paint_fade", None)}
+
+
+# The radius of the largest tip, in pixels.
+LARGEST = 32767
+# Beyond it no dab can reach a picture; the walk along a stroke has an end wherever its points are.
+FARTHEST = 1e6
 
 
 def _rounded(value):
@@ -25,7 +32,8 @@ def tip(radius, hardness=0.5, grain=0.0):
     how much of it specks take away.
     """
     # As the library's own program, to the bit: single precision where that takes its numbers in.
-    hardness, grain = float(numpy.float32(hardness)), float(numpy.float32(grain))
+    hardness = float(numpy.float32(_values.real("stroke: hardness", hardness, 0, 1)))
+    grain = float(numpy.float32(_values.real("stroke: grain", grain, 0, 1)))
     side = 2 * radius
     y, x = numpy.mgrid[0:side, 0:side].astype(float) - radius
     outward = numpy.sqrt(x * x + y * y) / radius
@@ -43,6 +51,7 @@ def dabs_along(points, spacing, radius, width, height):
     """Centres of the dabs along a line of points that touch the picture, `spacing` pixels from one to the next."""
     dabs = []
     until_next = 0.0
+    points = [tuple(min(max(place, -FARTHEST), FARTHEST) for place in point) for point in points]
     for i, (px, py) in enumerate(points):
         lx, ly = points[max(i - 1, 0)]
         length = math.sqrt((px - lx) * (px - lx) + (py - ly) * (py - ly))
@@ -70,8 +79,10 @@ def stroke(picture, points, *, brush="colour", radius=24, hardness=0.5, grain=0.
     """
     if brush not in BRUSHES:
         raise ValueError(f"stroke: brush: expected one of {', '.join(BRUSHES)}, got {brush!r}")
-    if radius < 1:
-        raise ValueError(f"stroke: radius: expected 1 or more, got {radius}")
+    _arrays.picture("stroke: picture", picture)
+    points = _values.points("stroke: points", points)
+    spacing = _values.above_zero("stroke: spacing", spacing)
+    radius = _values.whole("stroke: radius", radius, 1, LARGEST)
     picture = picture.copy() if out is None else _copied(picture, out)
     export, profile = BRUSHES[brush]
     arguments = {"brush": tip(radius, hardness, grain), "opacity": opacity}
@@ -80,6 +91,7 @@ def stroke(picture, points, *, brush="colour", radius=24, hardness=0.5, grain=0.
         arguments["profile"] = left if profile == "left" else 1 - left
     if selection is not None:
         # Brushes want an alpha of 255, where elsewhere any but 0 selects.
+        _arrays.picture("stroke: selection", selection)
         arguments["selection"] = numpy.where(selection[..., 3:] != 0, numpy.uint8(255), numpy.uint8(0)).repeat(4, 2)
     if brush.startswith("knife"):
         arguments["divisor"] = thin
@@ -90,7 +102,7 @@ def stroke(picture, points, *, brush="colour", radius=24, hardness=0.5, grain=0.
     elif export == "erase":
         arguments["restore"] = _other(picture, other)
     else:
-        arguments.update(zip(("red", "green", "blue"), colour))
+        arguments.update(zip(("red", "green", "blue"), _values.colour("stroke: colour", colour)))
     if brush.endswith("background"):
         arguments["background"] = _other(picture, other)
     arguments.update(_planes(export, picture))

@@ -3,6 +3,7 @@ import math
 
 import numpy
 
+from . import _arrays, _values
 from ._functions import FUNCTIONS
 from ._library import raw
 
@@ -127,8 +128,13 @@ def trace(picture, by="colour", *, colour=(0, 0, 0), threshold=80, invert=False,
     error      Pixels a curve may be off.
     handle     Length of handles, percent of half a chord.
     """
-    if smooth not in range(len(SMOOTHINGS)):
-        raise ValueError(f"trace: smooth: expected 0..{len(SMOOTHINGS) - 1}, got {smooth}")
+    _arrays.picture("trace: picture", picture)
+    colour = _values.colour("trace: colour", colour)
+    threshold = _values.whole("trace: threshold", threshold, 0, 255)
+    thin = _values.whole("trace: thin", thin, 0)
+    smooth = _values.whole("trace: smooth", smooth, 0, len(SMOOTHINGS) - 1)
+    error = _values.above_zero("trace: error", error)
+    handle = _values.real("trace: handle", handle)
     two_level, channel = _map_of(picture, by, colour, threshold, invert, thin)
     outlines, framed = _outlines(two_level, channel, smooth)
     curves = [FUNCTIONS["fit_curves"](_closed(outline), handle=handle, error=error) for outline in outlines]
@@ -137,6 +143,7 @@ def trace(picture, by="colour", *, colour=(0, 0, 0), threshold=80, invert=False,
 
 def points_along(outline, step):
     """Points at equal distances of about `step` along a whole closed outline."""
+    step = _values.above_zero("points_along: step", step)
     table = FUNCTIONS["path_lengths"](_closed(outline))
     length = table[-1, 2]
     count = max(1, math.floor(float(length / numpy.float32(step)) + 0.5))

@@ -8,7 +8,7 @@ import os
 import dask
 import numpy
 
-from . import pictures
+from . import _values, pictures
 from ._functions import FUNCTIONS, RESULTS, bind
 from ._library import EXPORTS
 
@@ -86,8 +86,7 @@ def tiled(operation, *arrays, tile=1024, **arguments):
     `operation` is a name like "gaussian_9"; the arguments are those of the function. Raises ValueError for operations
     that look at the whole picture.
     """
-    if tile < 1:
-        raise ValueError(f"tiled: tile: expected 1 or more, got {tile}")
+    tile = _values.whole("tiled: tile", tile, 1)
     export = _tileable(operation)
     arguments = bind(export, arrays, arguments).arguments
     reach = halo(operation, arguments)
@@ -120,21 +119,47 @@ def _together(export, height, width, places, done):
     return RESULTS[export.english](*results) if len(results) > 1 else results[0]
 
 
+class FailedPictures(Exception):
+    """Some pictures of a folder failed; the others are done.
+
+    failed   For each source path that failed, why, in a sentence.
+    written  The paths that were written.
+    """
+
+    def __init__(self, failed, written):
+        super().__init__(failed, written)
+        self.failed = failed
+        self.written = written
+
+    def __str__(self):
+        reasons = "".join(f"\n{source}: {reason}" for source, reason in self.failed.items())
+        return f"{len(self.failed)} of {len(self.failed) + len(self.written)} pictures failed:{reasons}"
+
+
 def _one_file(operation, source, target, arguments):
-    function = FUNCTIONS[_export(operation).english] if isinstance(operation, str) else operation
-    pictures.write(target, function(pictures.read(source), **arguments))
-    return target
+    """Why it failed, or nothing. A reason in words travels from any worker, which not every exception does."""
+    function = FUNCTIONS[operation] if isinstance(operation, str) else operation
+    try:
+        pictures.write(target, function(pictures.read(source), **arguments))
+    except Exception as failure:
+        return f"{type(failure).__name__}: {failure}"
+    return None
 
 
 def folder(operation, source, target, *, extensions=(".png", ".jpg", ".jpeg"), suffix=None, **arguments):
     """One operation on every picture of a folder, written under the same names to another; gives the paths written.
+
+    A picture that fails does not keep the others from being done: in the end FailedPictures names those that did.
 
     `operation` is a name like "gaussian_9", or any function from a picture to a picture that workers can import.
     `suffix` writes another kind of file, ".png" say. A file is there whole or not at all, so that a worker that dies
     leaves none half-written, and Dask gives its work to another.
     """
     if isinstance(operation, str):
-        _export(operation)
+        export = _export(operation)
+        operation = export.english
+        # What no picture could be called with is no fault of the pictures.
+        bind(export, (None,), arguments)
     names = sorted(name for name in os.listdir(source) if name.lower().endswith(tuple(extensions)))
     if not names:
         raise ValueError(f"folder: no pictures in {os.fspath(source)}")
@@ -142,10 +167,14 @@ def folder(operation, source, target, *, extensions=(".png", ".jpg", ".jpeg"), s
     if len(set(targets)) < len(targets):
         raise ValueError("folder: two pictures would be written under one name")
     os.makedirs(target, exist_ok=True)
-    written = dask.compute(*[dask.delayed(_one_file, pure=False)(operation, os.path.join(source, name), to, arguments)
-                             for name, to in zip(names, targets)])
+    sources = [os.path.join(source, name) for name in names]
+    reasons = dask.compute(*[dask.delayed(_one_file, pure=False)(operation, path, to, arguments)
+                             for path, to in zip(sources, targets)])
     _sweep(target, targets)
-    return list(written)
+    written = [to for to, reason in zip(targets, reasons) if reason is None]
+    if len(written) < len(targets):
+        raise FailedPictures({path: reason for path, reason in zip(sources, reasons) if reason is not None}, written)
+    return written
 
 
 def _sweep(target, written):

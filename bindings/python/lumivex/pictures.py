@@ -4,6 +4,8 @@ import tempfile
 
 import numpy
 
+from . import _arrays
+
 
 def _pillow():
     try:
@@ -19,6 +21,7 @@ def from_pillow(image):
 
 
 def to_pillow(picture):
+    _arrays.picture("pictures: picture", picture)
     return _pillow().fromarray(numpy.ascontiguousarray(picture[..., [2, 1, 0, 3]]), "RGBA")
 
 

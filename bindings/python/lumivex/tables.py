@@ -6,6 +6,7 @@ from collections import namedtuple
 
 import numpy
 
+from . import _values
 from ._library import raw
 
 LabTables = namedtuple("LabTables", "lightness a b red green blue")
@@ -102,19 +103,30 @@ def _curve_at(points, slopes, x):
             + t * t * ((1 + 2 * rest) * y1 - rest * width * slopes[after]))
 
 
+def _nearest_row(curve, level):
+    """The row whose byte at a level comes nearest to the curve. Several may have that byte, all of them at level 0.
+    Lightness goes through the formula of its row instead of the byte, from this level up to the next, and is truncated
+    to the grid then: so of several the one counts that is nearest to the curve where the level ends."""
+    away = numpy.abs(curve_family()[:, level].astype(float) - curve(float(level)))
+    end = min(level + 1, 255)
+    wanted = curve(float(end))
+    return min(numpy.flatnonzero(away == away.min()).tolist(),
+               key=lambda row: abs(math.pow(end / 255, (row + 1) / (256 - end)) * 255 - wanted))
+
+
 def rows_of_curve(points):
     """For each level the row of the curve family that comes nearest to a smooth curve through (x, y) points.
 
     Levels 0 and 255 always stay, and dark ones can be darkened only a little.
     """
-    points = sorted((float(x), float(y)) for x, y in points)
-    if not points or not all(0 <= level <= 255 for point in points for level in point):
+    points = sorted(_values.points("rows_of_curve: points", points))
+    if not all(0 <= level <= 255 for point in points for level in point):
         raise ValueError("rows_of_curve: expected points of levels from 0 to 255")
     if any(one[0] == two[0] for one, two in zip(points, points[1:])):
         raise ValueError("rows_of_curve: two points at the same level")
     slopes = _slopes(points)
-    wanted = numpy.array([_curve_at(points, slopes, float(level)) for level in range(256)])
-    return numpy.abs(curve_family().astype(float) - wanted).argmin(axis=0).astype(numpy.uint32)
+    curve = functools.partial(_curve_at, points, slopes)
+    return numpy.array([_nearest_row(curve, level) for level in range(256)], numpy.uint32)
 
 
 @_shared

@@ -82,6 +82,25 @@ def test_a_worker_that_dies_loses_nothing(cluster, tmp_path):
         numpy.testing.assert_array_equal(lumivex.pictures.read(target / name), lumivex.box_blur(picture, 9))
 
 
+@pytest.mark.parametrize("scheduler", ["threads", "cluster"])
+def test_a_bad_file_does_not_keep_the_others(scheduler, tmp_path, request):
+    if scheduler == "cluster":
+        request.getfixturevalue("cluster")
+    source, target = tmp_path / "in", tmp_path / "out"
+    source.mkdir()
+    for name, size in (("a.png", 30), ("c.png", 30), ("small.png", 10)):
+        lumivex.pictures.write(source / name, noise(size, 40))
+    (source / "bad.png").write_bytes(b"not a picture at all")
+    with pytest.raises(lumivex.dask.FailedPictures) as caught:
+        lumivex.dask.folder("box_blur", source, target, radius=9)
+    assert caught.value.written == [str(target / "a.png"), str(target / "c.png")]
+    assert sorted(os.listdir(target)) == ["a.png", "c.png"]
+    assert list(caught.value.failed) == [str(source / "bad.png"), str(source / "small.png")]
+    assert "2 of 4" in str(caught.value) and "small.png: ValueError: box_blur: radius" in str(caught.value)
+    numpy.testing.assert_array_equal(lumivex.pictures.read(target / "c.png"),
+                                     lumivex.box_blur(lumivex.pictures.read(source / "c.png"), 9))
+
+
 def test_folders_that_make_no_sense_are_refused(tmp_path):
     with pytest.raises(ValueError, match="no pictures"):
         lumivex.dask.folder("invert", tmp_path, tmp_path / "out")
@@ -91,3 +110,7 @@ def test_folders_that_make_no_sense_are_refused(tmp_path):
         lumivex.dask.folder("invert", tmp_path, tmp_path / "out", suffix=".png")
     with pytest.raises(ValueError, match="no operation"):
         lumivex.dask.folder("bluur", tmp_path, tmp_path / "out")
+    with pytest.raises(TypeError, match="box_blur: missing a required argument: 'radius'"):
+        lumivex.dask.folder("box_blur", tmp_path, tmp_path / "out")
+    with pytest.raises(TypeError, match="picture: expected a uint8 array"):
+        lumivex.pictures.write(tmp_path / "b.png", noise(4, 5) / 2)

@@ -15,6 +15,9 @@ BRUSH, PROFILE = numpy.zeros((8, 8, 4), numpy.uint8), numpy.ones(256, numpy.floa
 SEAMS = numpy.zeros((20, 4), numpy.uint32)
 CELLS = numpy.zeros((20, 30), numpy.int32)
 RECORDS, MAP = numpy.zeros((5, 9), numpy.int32), numpy.full((20, 30, 4), -1, numpy.int32)
+NAN = float("nan")
+POINTS = numpy.arange(40, dtype=numpy.float32).reshape(20, 2)
+PROFILE_BYTES = numpy.arange(256, dtype=numpy.uint8)
 FROZEN = P.copy()
 FROZEN.setflags(write=False)
 
@@ -54,6 +57,37 @@ WRONG = [
     (lambda: lumivex.carve(P, 20, protect=P), ValueError, "carve: protect: expected uint8 or bool"),
     (lambda: lumivex.trace(P, "color"), ValueError, "trace: by: expected colour, edges"),
     (lambda: lumivex.stroke(P, [(1, 1)], brush="pen"), ValueError, "stroke: brush: expected one of colour"),
+    # Numbers that are none, and numbers beyond what makes sense.
+    (lambda: lumivex.box_blur(P, -3), ValueError, "box_blur: radius: expected 1 or more, and at most half .*, got -3"),
+    (lambda: lumivex.box_blur(P, 11), ValueError, "box_blur: radius: .* at most half .*, got 11"),
+    (lambda: lumivex.fade_radial(P, PROFILE_BYTES, 3, 3, 0), ValueError, "fade_radial: radius: expected more than 0"),
+    (lambda: lumivex.fit_curves(POINTS, error=-1), ValueError, "fit_curves: error: expected more than 0"),
+    (lambda: lumivex.contrast(P, NAN), ValueError, "contrast: contrast: expected a finite number, got nan"),
+    (lambda: lumivex.contrast(P, "60"), TypeError, "contrast: contrast: expected a number, got str"),
+    (lambda: lumivex.contrast(P, 1e39), ValueError, r"contrast: contrast: expected -3.4.*, got 1e\+39"),
+    (lambda: lumivex.smooth_4(POINTS * NAN), ValueError, "smooth_4: points: expected finite numbers"),
+    (lambda: lumivex.gamma(P, row=1, tone_table=numpy.full((101, 256), numpy.inf, numpy.float32)), ValueError,
+     "gamma: tone_table: expected finite"),
+    (lambda: lumivex.levels(P, gammas=[NAN] * 256), ValueError, "levels: gammas: expected finite"),
+    (lambda: lumivex.carve(P, 20.5), TypeError, "carve: width: expected a whole number, got float"),
+    (lambda: lumivex.carve([[1]], 20), TypeError, "carve: picture: expected a uint8 array .*, got list"),
+    (lambda: lumivex.trace(P, error=0), ValueError, "trace: error: expected more than 0, got 0"),
+    (lambda: lumivex.trace(P, thin=-1), ValueError, "trace: thin: expected 0 or more, got -1"),
+    (lambda: lumivex.trace(P, colour=(1, 2)), ValueError, "trace: colour: expected red, green and blue, got 2 values"),
+    (lambda: lumivex.workflows.points_along(POINTS, NAN), ValueError, "points_along: step: expected a finite number"),
+    (lambda: lumivex.stroke(P, [(1, 2, 3)]), ValueError, r"stroke: points: expected points \(x, y\), got 3 numbers"),
+    (lambda: lumivex.stroke(P, [7]), TypeError, r"stroke: points: expected points \(x, y\), got \[7\]"),
+    (lambda: lumivex.stroke(P, [(1, NAN)]), ValueError, "stroke: points: expected a finite number, got nan"),
+    (lambda: lumivex.stroke(P, []), ValueError, "stroke: points: expected at least one point"),
+    (lambda: lumivex.stroke(P, [(1, 1)], radius=0), ValueError, "stroke: radius: expected 1..32767, got 0"),
+    (lambda: lumivex.stroke(P, [(1, 1)], radius=NAN), TypeError, "stroke: radius: expected a whole number, got float"),
+    (lambda: lumivex.stroke(P, [(1, 1)], hardness=2), ValueError, "stroke: hardness: expected 0..1, got 2"),
+    (lambda: lumivex.stroke(P, [(1, 1)], grain=NAN), ValueError, "stroke: grain: expected a finite number"),
+    (lambda: lumivex.stroke(P, [(1, 1)], spacing=0), ValueError, "stroke: spacing: expected more than 0"),
+    (lambda: lumivex.stroke(P, [(1, 1)], opacity=NAN), ValueError, "opacity: expected a finite number"),
+    (lambda: lumivex.stroke(P, [(1, 1)], colour="red"), TypeError, "stroke: colour: expected a whole number, got str"),
+    (lambda: lumivex.tables.rows_of_curve([(1, 2, 3)]), ValueError, "rows_of_curve: points: .* got 3 numbers"),
+    (lambda: lumivex.tables.rows_of_curve([(1, NAN)]), ValueError, "rows_of_curve: points: expected a finite"),
     (lambda: lumivex.raw.IM_Nothing, AttributeError, "no export IM_Nothing"),
 ]
 
@@ -63,6 +97,11 @@ def test_wrong_arguments_are_told(number):
     call, kind, words = WRONG[number]
     with pytest.raises(kind, match=words):
         call()
+
+
+def test_a_stroke_ends_wherever_its_points_are():
+    far = lumivex.stroke(P, [(-9, 10), (1e300, 10)], spacing=400)
+    assert (far[10] != P[10]).any()
 
 
 def test_pictures_cut_from_others_are_read_as_they_are():

@@ -1570,11 +1570,13 @@ LUMIVEX_API int32_t LUMIVEX_CALL SC_ExpandBack(uint32_t* seams, uint32_t count, 
  *                 doubled; what is there before counts too.
  * image           The picture to widen, its rows already row_length pixels apart: columns of picture, and room.
  * columns         The width before: the counters' stride.
- * row_length      The width after, columns + count.
+ * row_length      The width after: columns + count, or less, down to columns; then pixels are lost at the end of rows.
  *
  * Several seams through one pixel insert means of means to its left. Pixels of column 0 are doubled and not mixed.
- * Pixel row_length - 1 is never written, though the last pixel of the picture belongs there: the host puts it there
- * beforehand. Returns height. */
+ * Nothing moves to pixel row_length - 1, though the last pixel of the picture belongs there: the host puts it there
+ * beforehand. Should the picture itself reach so far, a seam through that pixel mixes it, with the next row's first as
+ * the neighbour to its right: that is meant. In the last row, with nothing behind it, the pixel stands in for that.
+ * Returns height. */
 LUMIVEX_API int32_t LUMIVEX_CALL SC_PopulateData(const uint32_t* seams, int32_t count, int32_t* counters,
                                                  uint8_t* image, int32_t columns, int32_t height, int32_t row_length);
 

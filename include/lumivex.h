@@ -1314,7 +1314,9 @@ LUMIVEX_API int32_t LUMIVEX_CALL RE_Erosion_Texture(uint8_t* destination, const 
  * cx, cy          The centre of the dab, in pixels of the picture.
  * dx0, dy0, dx1, dy1  Left, top, right, bottom, from the centre. The host clips them, so that what lies inside the
  *                 circle lies in the picture; they may reach beyond the circle.
- * r               The radius in pixels, up to 32767. Below 1 nothing is painted; 1 paints the centre alone.
+ * r               The radius in pixels, up to 32767. Below 1 nothing is painted; 1 paints the centre alone. From 46341
+ *                 on r * r wraps to a signed 32-bit number: if that is below 1, nothing is painted, and the brush is
+ *                 not read.
  * red, green, blue  The colour of the brush, 0..255 each.
  *
  * All return 1, but for BR_PeintureOld.

@@ -414,7 +414,8 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_NiveauPlus(uint8_t* destination, const uint8
  * selection       Pixels that are not selected get the source's colour. NULL is fine while selection_only is 0.
  * weights         The weight image: a picture of the same size. NULL is fine unless the call is guided.
  * tolerance       0..255; with 0 no pixel is similar.
- * x, y            The picked pixel. Outside the picture no pixel is similar.
+ * x, y            The picked pixel is number y * width + x, in 64 bits: an x beyond the row's ends picks from another
+ *                 row. That is meant. Where the picture has no such pixel, none is similar.
  * guided          Not 0: guided, if selection_only is not 0 too.
  * clipping_warning  Not 0: pixels that come out white are shown pure red, black ones pure blue, selected or not.
  *

@@ -876,8 +876,11 @@ LUMIVEX_API int32_t LUMIVEX_CALL DS_EcartCouleur(uint8_t* image, int32_t width, 
 LUMIVEX_API int32_t LUMIVEX_CALL DS_Mask2Border(const uint8_t* mask, uint8_t* destination, int32_t width,
                                                 int32_t height, uint8_t red, uint8_t green, uint8_t blue);
 
-/* mask_outline_clip - DS_Mask2Border in an inclusive rectangle. Neighbours are looked at beyond the rectangle. In
- * place: no. Returns height. */
+/* mask_outline_clip - DS_Mask2Border in an inclusive rectangle. Neighbours are looked at beyond the rectangle.
+ *
+ * height          Below 1 nothing is done.
+ *
+ * In place: no. Returns height. */
 LUMIVEX_API int32_t LUMIVEX_CALL DS_Mask2BorderClip(const uint8_t* mask, uint8_t* destination, int32_t width,
                                                     int32_t height, int32_t x0, int32_t x1, int32_t y0, int32_t y1,
                                                     uint8_t red, uint8_t green, uint8_t blue);

@@ -130,7 +130,8 @@ int32_t DS_Mask2Border(const uint8_t* mask, uint8_t* destination, int32_t width,
 int32_t DS_Mask2BorderClip(const uint8_t* mask, uint8_t* destination, int32_t width, int32_t height, int32_t x0,
                            int32_t x1, int32_t y0, int32_t y1, uint8_t red, uint8_t green, uint8_t blue)
 {
-    return outline(mask, 0, destination, width, height, {x0, x1, y0, y1, true}, red, green, blue);
+    const Bounds bounds{x0, x1, y0, y1, true};
+    return height < 1 ? height : outline(mask, 0, destination, width, height, bounds, red, green, blue);
 }
 
 int32_t LA_Data2Border(const uint8_t* mask, uint8_t* destination, int32_t width, int32_t height, uint8_t red,

@@ -839,12 +839,14 @@ LUMIVEX_API int32_t LUMIVEX_CALL DS_Mask2TransparentClip(const uint8_t* mask, ui
  *     (trunc(x * horizontal_scale), trunc(y * vertical_scale)),
  * with exact products, and stays elsewhere. The reverse of DS_Mask2Transparent.
  *
- * mask            mask_width * 4 bytes a row, with all the rows that vertical_scale leads to.
+ * mask            mask_width * 4 bytes a row, with all the rows that the scales lead to.
  * mask_height     Ignored.
- * horizontal_scale, vertical_scale  Normally mask_width / width and mask_height / height. Pixels that lead to no column
- *                 of the mask, to rows before its first, or nowhere, as with not-a-number, stay as they are.
+ * horizontal_scale, vertical_scale  Normally mask_width / width and mask_height / height. The mask's pixel is number
+ *                 row * mask_width + column: a column beyond the last reads on in the row after, one below 0 in the
+ *                 row before. That is meant. Pixels that lead before the mask, or to no 32-bit number, stay as they
+ *                 are.
  *
- * In place: no. Returns 1. */
+ * In place: yes. Returns 1. */
 LUMIVEX_API int32_t LUMIVEX_CALL DS_Mask2TransparentAppliquer(const uint8_t* mask, uint8_t* image, int32_t width,
                                                               int32_t height, int32_t mask_width, int32_t mask_height,
                                                               float horizontal_scale, float vertical_scale);

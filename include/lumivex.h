@@ -1627,7 +1627,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL TRACE_NoirPlusUn(uint8_t* pixels, int32_t width
  * threshold       0..255; edges of full contrast have a length of up to about 1140.
  * invert          Not 0: exchanges inside and outside.
  * progress        0 at entry, then row * (100 / height), divided in integers, after each row: always 0 for pictures of
- *                 more than 100 rows.
+ *                 more than 100 rows. Rows of pictures too narrow for an edge count too.
  *
  * Alpha and the outermost pixels are untouched. Without memory for two rows nothing is done. Returns 1. */
 LUMIVEX_API uint32_t LUMIVEX_CALL TRACE_Contour(uint8_t* pixels, int32_t width, int32_t height, uint8_t threshold,

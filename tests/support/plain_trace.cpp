@@ -66,7 +66,7 @@ uint32_t TRACE_Contour(uint8_t* pixels, int32_t width, int32_t height, uint8_t t
                        uint32_t* progress)
 {
     *progress = 0;
-    if (width < 3 || height < 3) {
+    if (!hasPixels(width, height)) {
         return 1;
     }
     const std::vector<uint8_t> copy(pixels, pixels + byteOfPixel(width, 0, height));

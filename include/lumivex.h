@@ -1664,7 +1664,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL TRACE_DataBordure(const uint8_t* pixels, int32_
 
 /* edge_graph - The same for green, as two-level maps have it.
  *
- * framed          Receives 1 if the whole frame is foreground, else 0. */
+ * framed          Receives 1 if the whole frame is foreground, else 0. A picture without pixels leaves it alone. */
 LUMIVEX_API int32_t LUMIVEX_CALL TRACE_GetData(const uint8_t* pixels, int32_t* records, int32_t* map, int32_t width,
                                                int32_t height, uint8_t* framed);
 

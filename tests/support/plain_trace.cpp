@@ -196,11 +196,14 @@ struct Graph
 
 int32_t build(const Graph& graph, uint8_t* flag = nullptr)
 {
-    const bool hit = !hasPixels(graph.width, graph.height) || graph.frameIsHit();
+    if (!hasPixels(graph.width, graph.height)) {
+        return 0;
+    }
+    const bool hit = graph.frameIsHit();
     if (flag != nullptr) {
         *flag = hit ? 0 : 1;
     }
-    return hasPixels(graph.width, graph.height) ? graph.build(hit) : 0;
+    return graph.build(hit);
 }
 } // namespace
 

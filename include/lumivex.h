@@ -1726,8 +1726,9 @@ LUMIVEX_API int32_t LUMIVEX_CALL TRACE_Adoucir4(float* points, int32_t last);
  * point is as far from the curve as the error allows; that point still belongs to it.
  *
  * With P[i] the points, mirrored beyond the ends, the tangent at i is 0.7 A + 0.3 B, A and B being P[i+1] - P[i-1] and
- * P[i+2] - P[i-2], each of length 1. Controls stand off the ends of a segment by chord * 0.5 * handle / 100 along the
- * tangents. A point's distance is measured where the curve crosses the point's normal.
+ * P[i+2] - P[i-2], each divided by its length where that is above 0: what is no number stays in its coordinate.
+ * Controls stand off the ends of a segment by chord * 0.5 * handle / 100 along the tangents. A point's distance is
+ * measured where the curve crosses the point's normal.
  *
  * points          Two floats each.
  * count           At least 2; 1 gives one segment without length, less gives none.
@@ -1753,7 +1754,7 @@ LUMIVEX_API uint32_t LUMIVEX_CALL NL_PathLength(const float* points, float* tabl
  *
  * result          Two floats. A distance beyond the path leaves them as they are; if they are (0, 0) then, found or
  *                 left, they become the last point.
- * table           From NL_PathLength.
+ * table           From NL_PathLength. A first step without length is found at its start.
  * last            The index of the last point; below 0 nothing is done.
  *
  * Returns 1. */

@@ -31,6 +31,9 @@
  * "Size test: product" also do nothing when width * height * 4, wrapped to a signed 32-bit number, is below 1: for them
  * a picture of 32768 x 32768 has no pixels. The others take any size that memory holds.
  *
+ * Functions that take a rectangle or a dab process that instead of the picture, unless it has no columns or no rows.
+ * They look at the width for the distance of rows alone, and at the height, if there is one, only where they say so.
+ *
  * 5. Selection
  *
  * A selection is a picture of the same size of which only alpha counts: 0 is not selected, anything else is. It is

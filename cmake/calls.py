@@ -77,7 +77,8 @@ FOLLOW = SEAM + ['.below("end", static_cast<uint32_t>(end), {first}.width)']
 INSERT = ['.size("seams", seams, seams.width, counters.height)',
           '.size("image", image, int64_t{{counters.width}} + seams.width, counters.height)']
 SHAPES = {
-    "mask_cut": ['.below("a row of the mask", inner::lastRow(vertical_scale, image.height), mask.height)'],
+    "mask_cut": ['.below("a place in the mask", inner::lastPlace(horizontal_scale, vertical_scale, image.width, '
+                 'image.height, mask.width), int64_t{{mask.width}} * mask.height)'],
     "paint_pattern": ['.size("brush", brush, picture.width, brush.height)',
                       '.below("a column", columns, picture.width)', '.below("a row", rows, brush.height)',
                       '.below("the last column", picture.width - 1, inner::size32(columns))',

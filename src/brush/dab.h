@@ -22,6 +22,12 @@ struct Dab
     int64_t bottom;
     int64_t radius;
 
+    /// r * r, which wraps at 32 bits and may come out as no circle at all: that is meant.
+    int64_t square() const
+    {
+        return static_cast<int32_t>(static_cast<uint32_t>(radius) * static_cast<uint32_t>(radius));
+    }
+
     /// Whether there are pixels enough to pay for a table: below a radius of 11 some brushes lose by it.
     bool isLarge() const
     {
@@ -60,9 +66,16 @@ inline int32_t stamp(const Dab& dab, uint8_t* out, Rule rule, const Sources*... 
         return select((mask & alphaBits) == alphaBits, rule(old, pixels...), old);
     };
     const int64_t r = dab.radius;
-    const int64_t last = std::min(dab.bottom, r - 1);
-    for (int64_t dy = std::max(dab.top, 1 - r); dy <= last; ++dy) {
-        const auto reach = static_cast<int64_t>(squareRoot(static_cast<double>(r * r - dy * dy - 1)));
+    const int64_t square = dab.square();
+    if (r < 1 || square < 1) {
+        return 1;
+    }
+    const auto reachAt = [=](int64_t dy) {
+        return static_cast<int64_t>(squareRoot(static_cast<double>(square - dy * dy - 1)));
+    };
+    const int64_t last = std::min(dab.bottom, reachAt(0));
+    for (int64_t dy = std::max(dab.top, -reachAt(0)); dy <= last; ++dy) {
+        const int64_t reach = reachAt(dy);
         const int64_t from = std::max(dab.left, -reach);
         const int64_t count = std::min(dab.right, reach) + 1 - from;
         if (count < 1) {

@@ -43,7 +43,7 @@ int32_t drawInside(const uint8_t* mask, uint8_t* destination, Size size, const A
         const auto drawn = select(minimum(least(up, down), least(left, right)) == 0u, splat<P>(colour), splat<P>(0));
         return select(isFull<byte>(centre), drawn, old & colourBits);
     };
-    if (area.isEmpty()) {
+    if (size.height < 1 || area.isEmpty()) {
         return size.height;
     }
     for (int64_t y = area.y0; y < area.y1; ++y) {

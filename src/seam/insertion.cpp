@@ -8,21 +8,23 @@ namespace lumivex::LUMIVEX_LEVEL
 {
 namespace
 {
-/// Inserts counts[x] pixels before pixel x, for each of the first `columns` pixels of a row of `length`.
+/// Inserts counts[x] pixels before pixel x, for each of the first `columns` pixels of a row of `length`, at most all of
+/// them. `rest` is how many pixels the picture has from here on.
 ///
 /// As if one at a time, from the right: a pixel is doubled, what lies right of it moves by one place, and the left one
 /// of the two becomes mixed(left neighbour, itself, right neighbour). Pixels are lost at the end of the row, but its
 /// last one is never written. What takes a move for each inserted pixel that way takes one for all of them here: pixel
 /// x ends up as many places to the right as there are insertions up to it.
 template <class Mix>
-void widenRow(uint8_t* row, int64_t length, const int32_t* counts, int64_t columns, Mix mixed)
+void widenRow(uint8_t* row, int64_t length, int64_t rest, const int32_t* counts, int64_t columns, Mix mixed)
 {
     const auto pixel = [=](int64_t x) { return load<uint32_t>(row + x * 4); };
     int64_t x = columns - 1;
     for (; x >= std::max<int64_t>(length - 2, 1); --x) {
         // Nothing is left to move: the pixel itself becomes the inserted one, however often.
         if (counts[x] > 0) {
-            store(row + x * 4, mixed(pixel(x - 1), pixel(x), pixel(x + 1)));
+            // Behind a row comes the next one: that is meant. The picture's last pixel has but itself.
+            store(row + x * 4, mixed(pixel(x - 1), pixel(x), pixel(std::min(x + 1, rest - 1))));
         }
     }
     const int64_t limit = length - 1;
@@ -63,7 +65,7 @@ void insertSeams(const uint32_t* seams, int64_t seamCount, int32_t* counters, ui
         }
     }
     for (int64_t y = 0; y < height; ++y) {
-        widenRow(image + y * length * 4, length, counters + y * columns, columns, mixed);
+        widenRow(image + y * length * 4, length, (height - y) * length, counters + y * columns, columns, mixed);
     }
 }
 } // namespace

@@ -24,12 +24,12 @@ struct BezierSegment
 };
 static_assert(sizeof(BezierSegment) == 8 * sizeof(float));
 
-/// A vector divided by its length, unless that is 0.
+/// A vector divided by its length where that is above 0: a coordinate that is no number spoils only itself.
 template <class V>
 Vector<V> unit(Vector<V> vector)
 {
     const V length = squareRoot(dot(vector, vector));
-    const V divisor = select(length != 0, length, splat<V>(1));
+    const V divisor = select(length > 0, length, splat<V>(1));
     return {vector.x / divisor, vector.y / divisor};
 }
 

@@ -182,16 +182,18 @@ private:
     BitRow bits_[3];
 };
 
-/// Builds the graph. `framed` hears whether the whole frame is foreground.
+/// Builds the graph. `framed`, if given, hears whether the whole frame is foreground.
 template <class Tests>
-int32_t buildGraph(const Source& picture, int32_t* records, int32_t* map, Tests tests, bool& framed)
+int32_t buildGraph(const Source& picture, int32_t* records, int32_t* map, Tests tests, uint8_t* framed = nullptr)
 {
     if (!picture.size.hasPixels()) {
-        framed = false;
         return 0;
     }
-    framed = !frameIsOpen(picture, tests.isOpen);
-    return GraphBuilder(picture, records, map, framed, tests).build();
+    const bool whole = !frameIsOpen(picture, tests.isOpen);
+    if (framed != nullptr) {
+        *framed = whole ? 1 : 0;
+    }
+    return GraphBuilder(picture, records, map, whole, tests).build();
 }
 
 /// Tests of a channel: anything but 0 is foreground, but links turn only onto pixels of 255.
@@ -205,26 +207,21 @@ auto channelTests(Channel channel)
 
 int32_t TRACE_DataBordure(const uint8_t* pixels, int32_t* records, int32_t* map, int32_t width, int32_t height)
 {
-    bool framed = false;
     const auto tests = channelTests([](auto pixel) { return blue(pixel); });
-    return buildGraph({pixels, {width, height}}, records, map, tests, framed);
+    return buildGraph({pixels, {width, height}}, records, map, tests);
 }
 
 int32_t TRACE_GetData(const uint8_t* pixels, int32_t* records, int32_t* map, int32_t width, int32_t height,
                       uint8_t* framed)
 {
-    bool whole = false;
     const auto tests = channelTests([](auto pixel) { return green(pixel); });
-    const int32_t count = buildGraph({pixels, {width, height}}, records, map, tests, whole);
-    *framed = whole ? 1 : 0;
-    return count;
+    return buildGraph({pixels, {width, height}}, records, map, tests, framed);
 }
 
 int32_t TRACE_GetBordureTrans(const uint8_t* pixels, int32_t* records, int32_t* map, int32_t width, int32_t height)
 {
-    bool framed = false;
     const auto opaque = [](auto pixel) { return (pixel & alphaBits) != 0u; };
     const Reading tests{opaque, opaque, [](auto pixel) { return (pixel & alphaBits) == 0u; }};
-    return buildGraph({pixels, {width, height}}, records, map, tests, framed);
+    return buildGraph({pixels, {width, height}}, records, map, tests);
 }
 } // namespace lumivex::LUMIVEX_LEVEL

@@ -46,7 +46,8 @@ uint32_t NL_GetPointPath(float* result, const float* table, int32_t last, float 
         if (to.length >= distance) {
             const Station from = stationAt(table, i - 1);
             const double step = double{to.length} - double{from.length};
-            const double share = static_cast<float>(step == 0 ? 1 : (double{distance} - double{from.length}) / step);
+            // Only the first step can be found without a length, and then its start.
+            const double share = static_cast<float>(step == 0 ? 0 : (double{distance} - double{from.length}) / step);
             const auto between = [=](float a, float b) {
                 return static_cast<float>(double{a} * (1 - share) + double{b} * share);
             };

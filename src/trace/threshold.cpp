@@ -3,6 +3,7 @@
 #include "core/level.h"
 #include "core/likeness.h"
 #include "core/rows.h"
+#include "core/window.h"
 
 #include <cstdlib>
 #include <memory>
@@ -62,7 +63,7 @@ uint32_t TRACE_Contour(uint8_t* pixels, int32_t width, int32_t height, uint8_t t
                        uint32_t* progress)
 {
     const Progress counter(progress, height);
-    if (width < 3 || height < 3) {
+    if (!hasInteriorRows({width, height}, 1)) {
         return 1;
     }
     // The rows that lie above the one to write and under it, as they were: written rows are not read.
@@ -89,8 +90,10 @@ uint32_t TRACE_Contour(uint8_t* pixels, int32_t width, int32_t height, uint8_t t
         const uint8_t* const above = saved(y - 1);
         const uint8_t* const here = saved(y);
         const uint8_t* const below = row(y + 1);
-        mapPixels(row(y) + 4, width - 2, mark, above, above + 4, above + 8, here, here + 8, below, below + 4,
-                  below + 8);
+        if (width > 2) {
+            mapPixels(row(y) + 4, width - 2, mark, above, above + 4, above + 8, here, here + 8, below, below + 4,
+                      below + 8);
+        }
         counter.write(static_cast<uint32_t>(y * percentPerRow));
         save(y + 1);
     }

@@ -4,6 +4,7 @@
 #include "plain.h"
 
 #include <array>
+#include <climits>
 #include <cmath>
 #include <cstring>
 #include <gtest/gtest.h>
@@ -179,6 +180,31 @@ TEST(GuidedTone, HasItsEffectOnlyUnderASelection)
     EXPECT_EQ(whole, run(1, 0, 0, 0));
     EXPECT_EQ(whole[16], 150);
     EXPECT_EQ(run(1, 0, 1, 0)[4], 150);
+}
+
+TEST(GuidedTone, PicksByOffset)
+{
+    // Brightness 20: 20 for the picked grey, 10 for others.
+    const Pixels source = {10, 10, 10, 1, 60, 60, 60, 1, 100, 100, 100, 1, 200, 200, 200, 1};
+    const Pixels weights(16, 0);
+    const auto picks = [&](int32_t x, int32_t y) {
+        Pixels image(16);
+        IM_BrillanceContraste(image.data(), source.data(), source.data(), weights.data(), 1, x, y, 2, 2, 20, 50, 1, 1,
+                              0);
+        for (size_t i = 0; i < image.size(); i += 4) {
+            if (image[i] - source[i] == 20) {
+                return int{source[i]};
+            }
+        }
+        return 0;
+    };
+    EXPECT_EQ(picks(0, 1), 100);
+    EXPECT_EQ(picks(2, 0), 100);
+    EXPECT_EQ(picks(-1, 1), 60);
+    EXPECT_EQ(picks(-INT_MAX, 1 << 30), 60);
+    EXPECT_EQ(picks(-1, 0), 0);
+    EXPECT_EQ(picks(4, 0), 0);
+    EXPECT_EQ(picks(INT_MIN, INT_MIN), 0);
 }
 
 TEST(GuidedTone, EveryWeightForEveryLevel)

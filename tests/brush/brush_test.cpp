@@ -64,6 +64,14 @@ TEST(Dab, EndsBeforeItsRim)
         stamp(picture, radius, 0, 1);
         EXPECT_EQ(picture, before);
     }
+    // The square wraps to 0 or below, so that no brush is needed.
+    for (const int32_t radius : {46341, 65536, 92681}) {
+        Pixels picture(pictureBytes, 200);
+        const Pixels before = picture;
+        BR_Couleur(picture.data(), nullptr, nullptr, ramp().data(), 1, width, 20, 15, -20, -15, 19, 14, radius, 1, 2, 3,
+                   0);
+        EXPECT_EQ(picture, before);
+    }
 }
 
 TEST(Dab, PaintsWhatIsFullySelected)

@@ -67,6 +67,8 @@ TEST(CxxHost, tellsWhichSizesDiffer)
     EXPECT_NE(errorOf([&] { paint(picture, odd, profile, 1, {9, 9, -2, -2, 2, 2}, {}); }), "");
     EXPECT_NE(errorOf([&] { paint_pattern(picture, picture, profile, places, places, {}); }), "");
     EXPECT_NE(errorOf([&] { mask_cut(small, picture, 0.1f, 0.2f); }), "");
+    EXPECT_NE(errorOf([&] { mask_cut(small, picture, 0.21f, 0); }), ""); // column 6 is beyond the last row
+    EXPECT_EQ(errorOf([&] { mask_cut(small, picture, 0.2f, 0); }), "");
     EXPECT_NE(errorOf([&] { Stroke(Brush::eraser, BrushTip(3, 1), {}, picture); }), "");
     EXPECT_NE(errorOf([&] { SeamCarver(picture, small, {}); }), "");
     EXPECT_NE(errorOf([&] { OutlineTracer(30, 19).trace(picture, MapChannel::blue, Smoothing::none); }), "");

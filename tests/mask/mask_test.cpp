@@ -48,6 +48,32 @@ TEST(Strips, JoinWithoutASeam)
     }
 }
 
+TEST(Masks, OfAnotherSizeAreReadByAddress)
+{
+    // Guarded, so that nothing before the mask or behind it is read.
+    const auto alphas = [](support::Place place, size_t selected, int32_t width, int32_t height, float across) {
+        support::Guarded mask(16, place);
+        std::fill_n(mask.data(), 16, uint8_t{0});
+        mask.data()[selected * 4] = 255;
+        Pixels image = uniform(width, height, 9), alpha;
+        DS_Mask2TransparentAppliquer(mask.data(), image.data(), width, height, 2, 2, across, 1);
+        for (size_t i = 3; i < image.size(); i += 4) {
+            alpha.push_back(image[i]);
+        }
+        return alpha;
+    };
+    EXPECT_EQ(alphas(support::Place::end, 2, 3, 1, 1), Pixels({9, 9, 0}));               // (2, 0) is (0, 1)
+    EXPECT_EQ(alphas(support::Place::start, 1, 2, 2, -1), Pixels({9, 9, 9, 0}));         // (-1, 1) is (1, 0)
+    EXPECT_EQ(alphas(support::Place::start, 0, 3, 1, 2147483648.0F), Pixels({0, 9, 9})); // no number beyond 0
+}
+
+TEST(Masks, WithoutRowsHaveNoOutline)
+{
+    for (const int32_t height : {0, -1, INT_MIN}) {
+        EXPECT_EQ(DS_Mask2BorderClip(nullptr, nullptr, 5, height, 0, 4, 0, 4, 1, 2, 3), height);
+    }
+}
+
 TEST(ColourSelection, GivesBoundsThatStartInside)
 {
     const auto bounds = [](int width, int height, const std::vector<int>& matches, uint8_t tolerance) {

@@ -38,7 +38,8 @@ struct Resize
     const int32_t weight = random.oneOf({0, 1, 2, 9, -3, INT_MAX});
     const int32_t step = random.oneOf({0, 1, 1, 2, 5, 1000, -1, INT_MAX, INT_MIN});
     const int32_t added = 1 + static_cast<int32_t>(random.below(static_cast<uint32_t>(width)));
-    const int32_t rowLength = width + added - static_cast<int32_t>(random.below(4) == 0 ? added / 2 : 0);
+    const int32_t rowLength =
+        width + (random.below(4) == 0 ? static_cast<int32_t>(random.below(static_cast<uint32_t>(added))) : added);
     const bool paints = random.below(2) == 0;
     int32_t last = width - 1;
     uint32_t start = 5, end = 0;
@@ -150,6 +151,15 @@ TEST(Seams, OutcomesThatAreKnown)
     std::vector<uint8_t> row = {10, 20, 30, 1, 101, 21, 0, 2, 9, 9, 9, 3, 101, 21, 0, 4};
     SC_PopulateData(twice, 2, counters, row.data(), 2, 1, 4);
     EXPECT_EQ(row, (std::vector<uint8_t>{10, 20, 30, 1, 32, 20, 22, 2, 55, 20, 15, 2, 101, 21, 0, 4}));
+
+    // Without room, the last pixel's right neighbour is the next row's first, and behind the picture the pixel itself.
+    Cells full(4);
+    const uint8_t pixels[] = {10, 20, 30, 1, 100, 0, 0, 2, 50, 60, 70, 3, 90, 91, 92, 4};
+    const uint8_t mixed[] = {10, 20, 30, 1, 30, 40, 50, 2, 50, 60, 70, 3, 70, 75, 81, 4};
+    std::copy_n(pixels, 16, full.data());
+    std::vector<int32_t> doubled(4);
+    SC_PopulateData(twice, 1, doubled.data(), full.data(), 2, 2, 2);
+    EXPECT_TRUE(std::equal(mixed, mixed + 16, full.data()));
 
     // Without rows the way back ends where it starts.
     uint32_t start = 0;

@@ -22,13 +22,16 @@ Parameters drawScales(Random& random, const Job& job)
         return 1 + static_cast<int32_t>(random.below(static_cast<uint32_t>(std::max(limit, 1))));
     };
     const int32_t maskWidth = upTo(job.width);
+    const int32_t maskHeight = upTo(job.height);
     const float across = static_cast<float>(maskWidth) / static_cast<float>(std::max(job.width, 1));
-    const float down = static_cast<float>(upTo(job.height)) / static_cast<float>(std::max(job.height, 1));
+    const float down = static_cast<float>(maskHeight) / static_cast<float>(std::max(job.height, 1));
     const float odd = random.oneOf({-0.01F, -3.0F, 0.0F, 1e-40F, std::numeric_limits<float>::quiet_NaN(),
                                     -std::numeric_limits<float>::infinity()});
-    const bool usual = random.below(3) != 0;
+    // Columns beyond the mask's lead to later rows, which the memory has to have.
+    const bool hasRoom = int64_t{maskWidth} * maskHeight + int64_t{2} * job.width < int64_t{job.width} * job.height;
     return {.whole = maskWidth,
-            .reals = {usual ? across : random.oneOf({odd, 1.5F, 3e38F}), random.below(5) != 0 ? down : odd}};
+            .reals = {random.below(3) != 0 ? across : random.oneOf({odd, hasRoom ? 1.5F : across, 3e38F}),
+                      random.below(5) != 0 ? down : odd}};
 }
 
 Parameters drawOffsetInRectangle(Random& random, const Job& job)
@@ -112,7 +115,6 @@ std::vector<Operation> maskOperations()
     const Traits mask{.returns = 1};
     const Traits alpha{.writesAlpha = true};
     const Traits maskAlpha{.writesAlpha = true, .returns = 1};
-    const Traits scaled{.inPlace = false, .writesAlpha = true, .returns = 1};
     const Traits outline{.inPlace = false, .writesAlpha = true};
     const auto window = [](int border) { return Traits{.inPlace = false, .border = border}; };
     const auto inclusive = drawRectangle<0, true>;
@@ -122,7 +124,7 @@ std::vector<Operation> maskOperations()
         ROW(DS_Image2Mask, mask, drawBytes, j.source, j.image, SIZE, FLAG),
         ROW(DS_Mask2Transparent, maskAlpha, drawNothing, j.source, j.image, SIZE),
         ROW(DS_Mask2TransparentClip, maskAlpha, inclusive, j.source, j.image, j.width, anyHeight, SIDES),
-        ROW(DS_Mask2TransparentAppliquer, scaled, drawScales, j.source, j.image, SIZE, j.parameters.whole, anyHeight,
+        ROW(DS_Mask2TransparentAppliquer, maskAlpha, drawScales, j.source, j.image, SIZE, j.parameters.whole, anyHeight,
             REAL(0), REAL(1)),
         operation(
             "DS_EcartCouleur", DS_EcartCouleur, plain::DS_EcartCouleur,

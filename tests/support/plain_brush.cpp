@@ -16,10 +16,11 @@ struct Dab
     template <class Paint>
     int32_t stamp(Paint paint) const
     {
+        const auto square = static_cast<int32_t>(static_cast<uint32_t>(r) * static_cast<uint32_t>(r));
         for (int64_t dy = dy0; dy <= dy1; ++dy) {
             for (int64_t dx = dx0; dx <= dx1; ++dx) {
                 const int64_t at = byteOfPixel(width, cx + dx, cy + dy);
-                const bool inside = dx * dx + dy * dy < int64_t{r} * r;
+                const bool inside = dx * dx + dy * dy < square;
                 if (inside && (selectionOnly == 0 || selection[at + 3] == 255)) {
                     paint(at, brush[byteOfPixel(2 * r, r + dx, r + dy)]);
                 }

@@ -224,7 +224,7 @@ uint32_t NL_GetPointPath(float* result, const float* table, int32_t last, float 
         const float* const to = table + 3 * i;
         if (to[2] >= distance) {
             const double step = static_cast<double>(to[2]) - from[2];
-            const float u = step == 0 ? 1.0F : static_cast<float>((static_cast<double>(distance) - from[2]) / step);
+            const float u = step == 0 ? 0.0F : static_cast<float>((static_cast<double>(distance) - from[2]) / step);
             for (int c = 0; c < 2; ++c) {
                 result[c] = static_cast<float>(from[c] * (1.0 - u) + static_cast<double>(to[c]) * u);
             }

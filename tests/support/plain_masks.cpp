@@ -90,8 +90,10 @@ int32_t DS_Mask2TransparentAppliquer(const uint8_t* mask, uint8_t* image, int32_
     return visitAll(width, height, 1, [&](int64_t at, int64_t x, int64_t y) {
         const long double mx = std::trunc(static_cast<long double>(x) * horizontalScale);
         const long double my = std::trunc(static_cast<long double>(y) * verticalScale);
-        const bool inside = mx >= 0 && mx < maskWidth && my >= 0 && my <= INT32_MAX;
-        if (inside && mask[byteOfPixel(maskWidth, static_cast<int64_t>(mx), static_cast<int64_t>(my))] > 254) {
+        const bool areNumbers = mx >= INT32_MIN && mx <= INT32_MAX && my >= INT32_MIN && my <= INT32_MAX;
+        const int64_t byte =
+            areNumbers ? byteOfPixel(maskWidth, static_cast<int64_t>(mx), static_cast<int64_t>(my)) : -1;
+        if (byte >= 0 && mask[byte] > 254) {
             image[at + 3] = 0;
         }
     });
@@ -130,7 +132,8 @@ int32_t DS_Mask2Border(const uint8_t* mask, uint8_t* destination, int32_t width,
 int32_t DS_Mask2BorderClip(const uint8_t* mask, uint8_t* destination, int32_t width, int32_t height, int32_t x0,
                            int32_t x1, int32_t y0, int32_t y1, uint8_t red, uint8_t green, uint8_t blue)
 {
-    return outline(mask, 0, destination, width, height, {x0, x1, y0, y1, true}, red, green, blue);
+    const Bounds bounds{x0, x1, y0, y1, true};
+    return height < 1 ? height : outline(mask, 0, destination, width, height, bounds, red, green, blue);
 }
 
 int32_t LA_Data2Border(const uint8_t* mask, uint8_t* destination, int32_t width, int32_t height, uint8_t red,

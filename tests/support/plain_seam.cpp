@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <vector>
 
 namespace plain
 {
@@ -123,11 +124,14 @@ int32_t insertSeams(const uint32_t* seams, int32_t count, int32_t* counters, uin
     for (int64_t y = 0; y < height; ++y) {
         uint8_t* const row = image + y * rowLength * 4;
         for (int64_t x = columns - 1; x >= 0; --x) {
+            const bool isEnd = y == height - 1 && x == rowLength - 1;
+            const std::vector<uint8_t> old(row + x * 4, row + x * 4 + 4);
             for (int32_t i = 0; i < counters[y * columns + x]; ++i) {
                 uint8_t* const pixel = row + x * 4;
+                const uint8_t* const right = isEnd ? old.data() : pixel + 4;
                 std::memmove(pixel + 4, pixel, static_cast<size_t>(std::max<int64_t>(rowLength - 2 - x, 0)) * 4);
                 for (int b = 0; x > 0 && b < 3; ++b) {
-                    pixel[b] = static_cast<uint8_t>(paints ? (b == 0 ? 0 : 255) : 0.5 * (pixel[b - 4] + pixel[b + 4]));
+                    pixel[b] = static_cast<uint8_t>(paints ? (b == 0 ? 0 : 255) : 0.5 * (pixel[b - 4] + right[b]));
                 }
             }
         }

@@ -159,10 +159,11 @@ struct Guide
 void adjustTone(const Tone& tone, uint8_t* destination, const uint8_t* source, const uint8_t* selection, int32_t width,
                 int32_t height, const Guide& guide, uint8_t selectionOnly, uint8_t clippingWarning)
 {
-    const bool inside = guide.x >= 0 && guide.x < width && guide.y >= 0 && guide.y < height;
+    const int64_t place = static_cast<int64_t>(guide.y) * width + guide.x;
+    const bool inside = place >= 0 && place < static_cast<int64_t>(width) * height;
     std::array<uint8_t, 3> picked{};
     if (inside) {
-        std::copy_n(source + (static_cast<int64_t>(guide.y) * width + guide.x) * 4, 3, picked.begin());
+        std::copy_n(source + place * 4, 3, picked.begin());
     }
     for (int64_t i = 0; i < static_cast<int64_t>(width) * height * 4; i += 4) {
         const uint8_t* const s = source + i;

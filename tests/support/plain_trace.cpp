@@ -66,7 +66,7 @@ uint32_t TRACE_Contour(uint8_t* pixels, int32_t width, int32_t height, uint8_t t
                        uint32_t* progress)
 {
     *progress = 0;
-    if (width < 3 || height < 3) {
+    if (!hasPixels(width, height)) {
         return 1;
     }
     const std::vector<uint8_t> copy(pixels, pixels + byteOfPixel(width, 0, height));
@@ -196,11 +196,14 @@ struct Graph
 
 int32_t build(const Graph& graph, uint8_t* flag = nullptr)
 {
-    const bool hit = !hasPixels(graph.width, graph.height) || graph.frameIsHit();
+    if (!hasPixels(graph.width, graph.height)) {
+        return 0;
+    }
+    const bool hit = graph.frameIsHit();
     if (flag != nullptr) {
         *flag = hit ? 0 : 1;
     }
-    return hasPixels(graph.width, graph.height) ? graph.build(hit) : 0;
+    return graph.build(hit);
 }
 } // namespace
 

@@ -110,7 +110,10 @@ TEST(Fitting, HasThePlainMeaning)
     Random random(42);
     for (int32_t round = 0; round < 600; ++round) {
         const int32_t count = round < 40 ? round + 1 : static_cast<int32_t>(1 + random.below(200));
-        const Floats points = path(count, random);
+        Floats points = path(count, random);
+        if (round % 8 == 0) {
+            points[random.below(static_cast<uint32_t>(count) * 2)] = random.oneOf({notANumber, infinity, 3e38F});
+        }
         const double handle = random.oneOf({67.0, 67.0, 61.0, 0.0, 100.0, -30.0, 1e300});
         const double error =
             random.oneOf({0.5, 1.0, 0.1, 0.05, 30.0, 1e-9, 0.0, -1.0, double{infinity}, double{notANumber}});
@@ -140,6 +143,17 @@ TEST(Fitting, StraightLinesAreOneSegmentAndTheEndComesBeforeTheControls)
     EXPECT_EQ(Floats(segments.begin(), segments.begin() + 8), (Floats{0, 5, 30, 5, 15, 5, 15, 5}));
     BZ_Approximation(points.data(), 31, segments.data(), &count, 100, 0);
     EXPECT_EQ(count, 30U);
+}
+
+TEST(Fitting, WhatIsNoNumberSpoilsOnlyItsOwnCoordinate)
+{
+    // Tangents of (1, 0) * 0.7 + (4, ?) * 0.3 and (2, ?) * 0.7 + (1, 0) * 0.3: what has no length is not divided.
+    const Floats points = {0, 0, 1, 0, 2, notANumber, 3, 0};
+    Floats segments(3 * 8);
+    uint32_t count = 0;
+    BZ_Approximation(points.data(), 4, segments.data(), &count, 100, 0);
+    segments.resize(8);
+    EXPECT_TRUE(same(segments, {0, 0, 1, 0, 0.95F, notANumber, 0.15F, notANumber}));
 }
 
 TEST(Paths, HaveThePlainMeaning)
@@ -178,6 +192,10 @@ TEST(Paths, EndsOriginsAndStandstills)
     EXPECT_EQ(at(15, {9, 9}), (Floats{9, 9}));
     EXPECT_EQ(at(15, {0, 0}), (Floats{3, 8}));
     EXPECT_EQ(at(3, {9, 9}), (Floats{3, 8})); // a point found at (0, 0) gives the end as well
+    table.resize(9);
+    NL_PathLength(Floats{1e-30F, 1, 3e-30F, 1}.data(), table.data(), 1);
+    NL_GetPointPath(table.data() + 6, table.data(), 1, 0);
+    EXPECT_EQ(table, (Floats{1e-30F, 1, 0, 3e-30F, 1, 0, 1e-30F, 1, 6})); // a first step without length: its start
     Floats result = {0, 0};
     NL_GetPointPath(result.data(), table.data(), -1, 1);
     EXPECT_EQ(result, (Floats{0, 0}));

@@ -3,6 +3,7 @@
 #include "lumivex.h"
 #include "plain.h"
 
+#include <array>
 #include <gtest/gtest.h>
 #include <vector>
 
@@ -87,6 +88,14 @@ TEST(Maps, AnEdgeExactlyAtTheThresholdIsNone)
 TEST(Maps, SizesWithoutPixelsDoNothing)
 {
     uint32_t progress = 77;
+    // Without a pixel to write, rows are done all the same.
+    for (const auto& [width, height, end] : {std::array<uint32_t, 3>{1, 3, 33}, {2, 9, 77}, {9, 2, 0}}) {
+        Pixels narrow(size_t{width} * height * 4, 9);
+        const Pixels before = narrow;
+        TRACE_Contour(narrow.data(), static_cast<int32_t>(width), static_cast<int32_t>(height), 0, 0, &progress);
+        EXPECT_EQ(progress, end);
+        EXPECT_EQ(narrow, before);
+    }
     EXPECT_EQ(TRACE_Seuil(nullptr, 0, 9, 1, 1, 1, 9, 0), 1U);
     EXPECT_EQ(TRACE_SeuilBleu(nullptr, 9, -1), 1U);
     EXPECT_EQ(TRACE_NoirPlusUn(nullptr, 9, -3), -3);

@@ -181,7 +181,7 @@ TEST(Outlines, PicturesWithoutPixelsHaveNone)
 {
     uint8_t framed = 77;
     EXPECT_EQ(TRACE_GetData(nullptr, nullptr, nullptr, 0, 5, &framed), 0);
-    EXPECT_EQ(framed, 0);
+    EXPECT_EQ(framed, 77);
     EXPECT_EQ(TRACE_DataBordure(nullptr, nullptr, nullptr, 5, -5), 0);
     EXPECT_EQ(TRACE_GetBordureTrans(nullptr, nullptr, nullptr, -5, -5), 0);
 }

@@ -67,11 +67,10 @@ std::string_view flagOf(std::string_view picture)
 }
 } // namespace
 
-Call::Call(const Export& callee, Draw draw, Numbers numbers, support::Place place)
+Call::Call(const Export& callee, Draw draw, Numbers numbers, support::Place place, const Fixed& fixed)
     : callee_(callee), numbers_(numbers), values_(callee.parameters.size()), buffers_(callee.parameters.size())
 {
-    drawScalars(draw);
-    bindSizes(draw);
+    drawArguments(draw, fixed);
     if (callee_.name == "TRACE_Parcourir") {
         makeOutline(draw);
     }
@@ -148,6 +147,10 @@ void Call::makeOutline(Draw& draw)
 
 void Call::fill(Guarded& memory, const Parameter& parameter, Content content, uint64_t seed)
 {
+    if (numbers_ == Numbers::edges && (content == Content::noise || content == Content::numbers)) {
+        fillWithEdges(memory, parameter, seed);
+        return;
+    }
     Random random(seed);
     const auto generate = [&]<class Number>(Number*, auto make) {
         std::generate_n(numbersOf<Number>(memory), memory.size() / sizeof(Number),
@@ -175,7 +178,7 @@ void Call::fill(Guarded& memory, const Parameter& parameter, Content content, ui
         break;
     case Content::levels: byType([&] { return random.below(256); }); break;
     case Content::levelsRecord:
-        if (numbers_ == Numbers::any && random.below(2) == 0) {
+        if (numbers_ != Numbers::sensible && random.below(2) == 0) {
             byType([&] { return anyWhole(random); });
         } else {
             const auto black = static_cast<int32_t>(random.below(100));
@@ -283,6 +286,7 @@ bool Call::guardsAreIntact() const
 std::string Call::describe() const
 {
     std::ostringstream out;
+    out.precision(17);
     out << callee_.name << '(';
     for (size_t i = 0; i < values_.size(); ++i) {
         const Parameter& parameter = callee_.parameters[i];

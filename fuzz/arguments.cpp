@@ -72,13 +72,15 @@ bool Call::isTooLarge() const
 void Call::drawScalars(Draw& draw)
 {
     constexpr std::string_view sizes[] = {"width", "height", "columns", "count", "stride", "mask_width", "mask_height"};
+    // Every other time, all are of one kind: sums of such are what lies beside an edge.
+    const uint32_t kind = numbers_ == Numbers::edges ? draw.below(2 * realKinds) : 0;
     for (size_t i = 0; i < values_.size(); ++i) {
         const Parameter& parameter = callee_.parameters[i];
         if (isPointer(parameter)) {
             continue;
         }
         if (isReal(parameter)) {
-            values_[i].real = drawReal(draw, parameter);
+            values_[i].real = drawReal(draw, parameter, kind);
         } else if (std::count(std::begin(sizes), std::end(sizes), parameter.name) != 0) {
             values_[i].whole = drawSize(draw);
         } else if (parameter.type == "uint8_t") {
@@ -89,10 +91,10 @@ void Call::drawScalars(Draw& draw)
     }
 }
 
-double Call::drawReal(Draw& draw, const Parameter& parameter) const
+double Call::drawReal(Draw& draw, const Parameter& parameter, uint32_t kind) const
 {
     if (numbers_ == Numbers::edges) {
-        return edgeReal(draw, parameter.type == "double");
+        return edgeReal(draw, parameter.type == "double", kind < realKinds ? kind : draw.below(realKinds));
     }
     // Which row of the mask a scale leads to must be one that the host has.
     const bool leadsToRows = parameter.name == "vertical_scale";
@@ -163,13 +165,22 @@ void Call::drawRectangle(Draw& draw)
     };
     side("width", "x0", "x1");
     side("height", "y0", "y1");
+    // The only one that does nothing in a picture without rows, whatever the rectangle.
+    if (numbers_ == Numbers::edges && name == "DS_Mask2BorderClip" && whole("height") < 1) {
+        for (const std::string_view end : {"x0", "x1", "y0", "y1"}) {
+            set(end, edgeWhole(draw));
+        }
+    }
 }
 
 /// Clipped so that what lies inside the circle lies in the picture.
 void Call::drawDab(Draw& draw)
 {
     rowsUnderDab_ = std::max<int64_t>(drawSize(draw), 0);
-    const int64_t r = draw.oneIn(8) ? draw.oneOf<int64_t>({0, -1, INT_MIN}) : 1 + draw.below(20);
+    int64_t r = draw.oneIn(8) ? draw.oneOf<int64_t>({0, -1, INT_MIN}) : 1 + draw.below(20);
+    if (numbers_ == Numbers::edges && draw.oneIn(32)) {
+        r = draw.oneOf<int64_t>({46341, 50000, 65536}); // whose squares are too large
+    }
     set("r", r);
     const auto side = [&](int64_t length, std::string_view centre, std::string_view from, std::string_view to) {
         const int64_t at = static_cast<int64_t>(draw.below(60)) - 8;

@@ -68,7 +68,7 @@ private:
     void fill(support::Guarded& memory, const Parameter& parameter, Content content, uint64_t seed);
     static void fillWithEdges(support::Guarded& memory, const Parameter& parameter, uint64_t seed);
     void makeOutline(Draw& draw);
-    double drawReal(Draw& draw, const Parameter& parameter) const;
+    double drawReal(Draw& draw, const Parameter& parameter, uint32_t kind) const;
 
     const Export& callee_;
     Numbers numbers_;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <type_traits>
 
 namespace abuse
 {
@@ -15,8 +16,8 @@ using support::Random;
 template <class Element, class Make>
 void fillWith(Guarded& memory, Make make)
 {
-    // What is larger repeats itself, at a distance that no row has.
-    constexpr size_t most = 4093;
+    // What is larger repeats itself, at a distance that no row has. Pixels take less time than numbers.
+    constexpr size_t most = std::is_same_v<Element, uint32_t> ? 4093 : 1021;
     const size_t count = memory.size() / sizeof(Element);
     for (size_t i = 0; i < std::min(count, most); ++i) {
         const auto element = static_cast<Element>(make());
@@ -83,13 +84,18 @@ void fillPixels(Guarded& memory, Random& random)
 void Call::fillWithEdges(Guarded& memory, const Parameter& parameter, uint64_t seed)
 {
     Random random(seed);
-    const uint32_t kind = random.below(5);
+    const uint32_t kind = random.below(6);
     const bool isDouble = parameter.type.find("double") != parameter.type.npos;
     const double scale = random.oneOf({1.0, 0.5, 1.0 / 51, 1.0 / 255, 0.01});
+    double sum = 0;
     const auto real = [&] {
-        return kind == 0 || (kind < 3 && random.below(32) == 0) ? edgeReal(random, isDouble)
+        if (kind == 5) { // rises now and then
+            sum += random.below(6) == 0 ? random.below(4) * scale : 0;
+            return sum;
+        }
+        return kind == 0 || (kind < 3 && random.below(32) == 0) ? edgeReal(random, isDouble, random.below(realKinds))
                : kind == 1 || kind == 3                         ? static_cast<float>(random.below(256) * scale)
-                                        : static_cast<float>(random.between(0, 256 * scale));
+                                                                : static_cast<float>(random.between(0, 256 * scale));
     };
     const auto whole = [&]() -> int64_t {
         return kind == 0 ? edgeWhole(random) : random.below(kind == 1 ? 3 : kind == 2 ? 256 : 2000);

@@ -52,13 +52,15 @@ int64_t edgeWhole(Source& draw)
     }
 }
 
+inline constexpr uint32_t realKinds = 8;
+
 /// Numbers whose products and quotients lie on whole numbers or halves, or beside them.
 template <class Source>
-double edgeReal(Source& draw, bool isDouble)
+double edgeReal(Source& draw, bool isDouble, uint32_t kind)
 {
     double value = 0;
     const auto some = [&](uint32_t limit) { return static_cast<double>(draw.below(limit)); };
-    switch (draw.below(8)) {
+    switch (kind) {
     case 0: return static_cast<float>(anyReal(draw));
     case 1: value = some(60); break;
     case 2: value = some(602) / 2; break;

@@ -41,7 +41,12 @@ void catchSignals()
     }
 }
 
-void keep(Call& call, std::vector<std::vector<uint8_t>>& kept)
+bool isOnlyRead(const Call& call, size_t parameter)
+{
+    return call.callee().parameters[parameter].type.starts_with("const");
+}
+
+void keep(Call& call, Contents& kept)
 {
     kept.resize(call.values().size());
     for (size_t i = 0; i < kept.size(); ++i) {
@@ -51,13 +56,22 @@ void keep(Call& call, std::vector<std::vector<uint8_t>>& kept)
     }
 }
 
-void putBack(Call& call, const std::vector<std::vector<uint8_t>>& kept)
+/// All not-a-numbers count as one.
+bool areSame(std::string_view type, const std::vector<uint8_t>& one, const std::vector<uint8_t>& other)
 {
-    for (size_t i = 0; i < kept.size(); ++i) {
-        if (!kept[i].empty()) {
-            std::memcpy(call.buffer(i)->data(), kept[i].data(), kept[i].size());
+    if (one == other || type != "float*") {
+        return one == other;
+    }
+    for (size_t at = 0; at + sizeof(float) <= one.size(); at += sizeof(float)) {
+        float a;
+        float b;
+        std::memcpy(&a, one.data() + at, sizeof a);
+        std::memcpy(&b, other.data() + at, sizeof b);
+        if (std::memcmp(&a, &b, sizeof a) != 0 && (a == a || b == b)) {
+            return false;
         }
     }
+    return true;
 }
 } // namespace
 
@@ -91,26 +105,35 @@ int run(Call& call, void* library, double& result)
 }
 } // namespace
 
-bool Pair::differs(Call& call)
+/// Afterwards the buffers are as they were.
+void Pair::see(Call& call, void* library, Seen& seen)
 {
-    double result = 0;
-    keep(call, before_);
-    const int earlierSignal = run(call, earlier_, result);
-    const uint64_t wanted = earlierSignal == 0 ? call.checksum(result) : 0;
-    putBack(call, before_);
-    const int laterSignal = run(call, later_, result);
-    const uint64_t found = laterSignal == 0 ? call.checksum(result) : 0;
-    putBack(call, before_);
-    return earlierSignal != 0 || laterSignal != 0 || wanted != found;
+    seen.result = 0;
+    seen.signal = run(call, library, seen.result);
+    seen.buffers.resize(before_.size());
+    for (size_t i = 0; i < before_.size(); ++i) {
+        support::Guarded* const buffer = call.buffer(i);
+        if (buffer == nullptr || before_[i].empty()) {
+            seen.buffers[i].clear();
+        } else if (!isOnlyRead(call, i) || std::memcmp(buffer->data(), before_[i].data(), before_[i].size()) != 0) {
+            seen.buffers[i].assign(buffer->data(), buffer->data() + buffer->size());
+            std::memcpy(buffer->data(), before_[i].data(), before_[i].size());
+        } else {
+            seen.buffers[i].clear();
+        }
+    }
 }
 
-Seen Pair::see(Call& call, void* library)
+bool Pair::differs(Call& call)
 {
-    Seen seen;
-    seen.signal = run(call, library, seen.result);
-    keep(call, seen.buffers);
-    putBack(call, before_);
-    return seen;
+    keep(call, before_);
+    see(call, earlier_, seenEarlier_);
+    see(call, later_, seenLater_);
+    bool same = seenEarlier_.signal == 0 && seenLater_.signal == 0 && seenEarlier_.result == seenLater_.result;
+    for (size_t i = 0; same && i < before_.size(); ++i) {
+        same = areSame(call.callee().parameters[i].type, seenEarlier_.buffers[i], seenLater_.buffers[i]);
+    }
+    return !same;
 }
 
 namespace
@@ -140,29 +163,39 @@ size_t elementSize(std::string_view type)
 
 std::string Pair::difference(Call& call)
 {
-    keep(call, before_);
-    const Seen earlier = see(call, earlier_);
-    const Seen later = see(call, later_);
+    differs(call);
     std::ostringstream out;
-    for (const auto& [seen, who] : {std::pair{&earlier, "earlier"}, std::pair{&later, "now"}}) {
+    out.precision(17);
+    for (const auto& [seen, who] : {std::pair{&seenEarlier_, "earlier"}, std::pair{&seenLater_, "now"}}) {
         out << "  " << who << ": ";
         seen->signal != 0 ? out << "ended by signal " << seen->signal : out << "returns " << seen->result;
         out << '\n';
     }
     for (size_t i = 0; i < before_.size(); ++i) {
         const Parameter& parameter = call.callee().parameters[i];
-        const size_t size = before_[i].empty() ? 1 : elementSize(parameter.type);
+        // What is only read and was left alone has not been kept again.
+        const auto& was = seenEarlier_.buffers[i].empty() ? before_[i] : seenEarlier_.buffers[i];
+        const auto& is = seenLater_.buffers[i].empty() ? before_[i] : seenLater_.buffers[i];
+        if (areSame(parameter.type, was, is)) {
+            continue;
+        }
         size_t count = 0;
-        for (size_t at = 0; at < before_[i].size() / size; ++at) {
-            const std::string was = element(parameter.type, earlier.buffers[i], at);
-            const std::string is = element(parameter.type, later.buffers[i], at);
-            if (was != is && ++count == 1) {
-                out << "  " << parameter.name << '[' << at << "] was " << was << ", is " << is;
+        for (size_t at = 0; at < was.size() / elementSize(parameter.type); ++at) {
+            const std::string one = element(parameter.type, was, at);
+            const std::string other = element(parameter.type, is, at);
+            if (one != other && ++count == 1) {
+                out << "  " << parameter.name << '[' << at << "] was " << one << ", is " << other;
             }
         }
-        count > 1 ? out << ", and " << count - 1 << " more" : out;
-        out << (count > 0 ? "\n" : "");
+        out << (count > 1 ? ", and " + std::to_string(count - 1) + " more\n" : "\n");
     }
+    return out.str() + contents(call);
+}
+
+/// What is in the buffers before the call.
+std::string Pair::contents(const Call& call) const
+{
+    std::ostringstream out;
     for (size_t i = 0; i < before_.size(); ++i) {
         const Parameter& parameter = call.callee().parameters[i];
         if (before_[i].empty()) {
@@ -178,8 +211,7 @@ std::string Pair::difference(Call& call)
                 out << (shown == 1 ? ", but " : ", ") << '[' << at << "] " << text;
             }
         }
-        shown > most ? out << " and " << shown - most << " more" : out;
-        out << '\n';
+        out << (shown > most ? " and " + std::to_string(shown - most) + " more\n" : "\n");
     }
     return out.str();
 }

@@ -7,13 +7,16 @@
 
 namespace abuse
 {
+using Contents = std::vector<std::vector<uint8_t>>;
+
 /// What became of one call.
 struct Seen
 {
     double result = 0;
     /// The signal that ended it, or 0.
     int signal = 0;
-    std::vector<std::vector<uint8_t>> buffers;
+    /// Those that are not only to be read; all of them if that was not enough.
+    Contents buffers;
 };
 
 class Pair
@@ -31,11 +34,15 @@ public:
     void makeReady() const;
 
 private:
-    Seen see(Call& call, void* library);
+    void see(Call& call, void* library, Seen& seen);
+    std::string contents(const Call& call) const;
 
     void* earlier_;
     void* later_;
-    std::vector<std::vector<uint8_t>> before_;
+    // Kept from call to call for their memory.
+    Contents before_;
+    Seen seenEarlier_;
+    Seen seenLater_;
 };
 
 /// A call that differs, and its smallest relative that was found, with all it takes to repeat it.

@@ -79,7 +79,9 @@ int64_t brushTip(const Call& call)
     if (!call.has("dx0")) {
         return call.pixels() * 4;
     }
-    const int64_t side = 2 * atLeast0(call.whole("r"));
+    // Squares wrap, and what comes out below 1 is no circle: nothing is read.
+    const int64_t radius = atLeast0(call.whole("r"));
+    const int64_t side = static_cast<int32_t>(static_cast<uint32_t>(radius * radius)) < 1 ? 0 : 2 * radius;
     return side * side * 4;
 }
 

@@ -232,6 +232,15 @@ int64_t Call::pixels() const
     return width > 0 && height > 0 ? width * height : 0;
 }
 
+size_t Call::bytes() const
+{
+    size_t sum = 0;
+    for (const auto& buffer : buffers_) {
+        sum += buffer == nullptr ? 0 : buffer->size();
+    }
+    return sum;
+}
+
 uint64_t Call::checksum(double result) const
 {
     uint64_t sum = 0;

@@ -52,6 +52,8 @@ public:
     bool has(std::string_view name) const { return find(name) != nullptr; }
     /// The pixels of the call's pictures, and the cells of its maps.
     int64_t pixels() const;
+    /// Of all buffers together.
+    size_t bytes() const;
 
 private:
     Value* find(std::string_view name);

@@ -16,9 +16,15 @@ void* libraryAtWork = nullptr;
 namespace
 {
 sigjmp_buf beforeCall;
+volatile sig_atomic_t isCalling = 0;
 
+/// A call that faults is an outcome; elsewhere it happens again, and ends the process.
 void leaveCall(int signal)
 {
+    if (isCalling == 0) {
+        std::signal(signal, SIG_DFL);
+        return;
+    }
     siglongjmp(beforeCall, signal);
 }
 
@@ -99,8 +105,10 @@ int run(Call& call, void* library, double& result)
     libraryAtWork = library;
     const int signal = sigsetjmp(beforeCall, 0);
     if (signal == 0) {
+        isCalling = 1;
         result = call.run();
     }
+    isCalling = 0;
     return signal;
 }
 } // namespace

@@ -73,19 +73,24 @@ void compare(const Export& callee, const Options& options, const char* level, Ou
     Pair pair(options.earlier, options.now);
     pair.makeReady();
     outcome.isMissing = !pair.bothHave(callee);
-    uint64_t first = 0;
+    uint64_t least = 0;
+    size_t leastBytes = SIZE_MAX;
     const uint64_t calls = outcome.isMissing ? 0 : callsOf(callee, options);
     support::Random draws(options.seed ^ signatureOf(callee));
     for (; outcome.calls < calls; ++outcome.calls) {
         const uint64_t draw = draws.next();
         pair.makeReady();
         Call call = callOf(callee, draw);
-        if (pair.differs(call) && outcome.differing++ == 0) {
-            first = draw;
+        if (pair.differs(call)) {
+            ++outcome.differing;
+            if (call.bytes() < leastBytes) {
+                leastBytes = call.bytes();
+                least = draw;
+            }
         }
     }
     if (outcome.differing > 0) {
-        const std::string said = std::string(level) + ": " + smallest(pair, callee, first);
+        const std::string said = std::string(level) + ": " + smallest(pair, callee, least);
         std::fwrite(said.data(), 1, said.size(), stdout);
         std::fflush(stdout);
     }
@@ -110,21 +115,10 @@ pid_t compareApart(const Export& callee, const Options& options, const char* lev
     _exit(0);
 }
 
-/// How many exports differ, or could not be compared.
-int compareLevel(const char* level, const std::vector<const Export*>& callees, const Options& options)
+/// Prints what became of the exports; returns how many differ, or could not be compared.
+int report(const char* level, const std::vector<const Export*>& callees, const Outcome* outcomes,
+           const Options& options)
 {
-    const size_t size = callees.size() * sizeof(Outcome);
-    void* const memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
-    auto* const outcomes = static_cast<Outcome*>(memory);
-    unsigned running = 0;
-    for (size_t i = 0; i < callees.size(); ++i) {
-        if (running == std::max(1U, std::thread::hardware_concurrency())) {
-            running -= wait(nullptr) > 0 ? 1 : 0;
-        }
-        running += compareApart(*callees[i], options, level, outcomes[i]) > 0 ? 1 : 0;
-    }
-    while (wait(nullptr) > 0) {
-    }
     uint64_t calls = 0;
     int differing = 0;
     double seconds = 0;
@@ -142,15 +136,31 @@ int compareLevel(const char* level, const std::vector<const Export*>& callees, c
             few += ' ' + std::string(name) + ' ' + std::to_string(outcome.calls);
         }
         differing += outcome.differing > 0 || outcome.isMissing || !outcome.isDone ? 1 : 0;
-        if (std::getenv("LUMIVEX_SAME_TIMES")) {
-            std::printf("%8.2f s %s\n", outcome.seconds, name);
-        }
     }
     std::printf("%s: %zu exports, %lu calls, %d differing exports, %.0f seconds of one core\n", level, callees.size(),
                 calls, differing, seconds);
     if (!few.empty()) {
         std::printf("%s: called less often, as there is nothing to vary or much to write:%s\n", level, few.c_str());
     }
+    return differing;
+}
+
+/// How many exports differ, or could not be compared.
+int compareLevel(const char* level, const std::vector<const Export*>& callees, const Options& options)
+{
+    const size_t size = callees.size() * sizeof(Outcome);
+    void* const memory = mmap(nullptr, size, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
+    auto* const outcomes = static_cast<Outcome*>(memory);
+    unsigned running = 0;
+    for (size_t i = 0; i < callees.size(); ++i) {
+        if (running == std::max(1U, std::thread::hardware_concurrency())) {
+            running -= wait(nullptr) > 0 ? 1 : 0;
+        }
+        running += compareApart(*callees[i], options, level, outcomes[i]) > 0 ? 1 : 0;
+    }
+    while (wait(nullptr) > 0) {
+    }
+    const int differing = report(level, callees, outcomes, options);
     munmap(memory, size);
     return differing;
 }

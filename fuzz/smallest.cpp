@@ -31,15 +31,6 @@ std::vector<Value> plainer(const Parameter& parameter, const Value& value)
     return result;
 }
 
-size_t bytesOf(Call& call)
-{
-    size_t bytes = 0;
-    for (size_t i = 0; i < call.values().size(); ++i) {
-        bytes += call.buffer(i) == nullptr ? 0 : call.buffer(i)->size();
-    }
-    return bytes;
-}
-
 /// Fixes one parameter after the other at a plainer value, as long as that makes no buffer larger.
 Fixed plainestNumbers(Pair& pair, const Export& callee, uint64_t draw)
 {
@@ -58,7 +49,7 @@ Fixed plainestNumbers(Pair& pair, const Export& callee, uint64_t draw)
                 Call call = callOf(callee, draw, trial);
                 const Value& got = call.values()[i];
                 if (got.whole == value.whole && (got.real == value.real || !isReal(callee.parameters[i])) &&
-                    bytesOf(call) <= bytesOf(now) && pair.differs(call)) {
+                    call.bytes() <= now.bytes() && pair.differs(call)) {
                     fixed = trial;
                     isNews = true;
                     break;

@@ -48,10 +48,12 @@ def dispatch(exports, levels):
 
 
 def call_table(exports):
-    # With a level, its own functions rather than those that the library chooses.
+    # With a level, its own functions rather than those that the library chooses; or those of a library at hand.
     lines = ['#include "calls.h"', "", "#if defined(LUMIVEX_LEVEL)", '#include "core/level.h"']
     lines += ["#define JOIN_(a, b) a##b", "#define JOIN(a, b) JOIN_(a, b)"]
     lines += ["#define TABLE JOIN(exports_, LUMIVEX_LEVEL)", "#define CALLEE(name) lumivex::LUMIVEX_LEVEL::name"]
+    lines += ["#elif defined(LUMIVEX_LOADED)", '#include "loaded.h"', '#include "lumivex.h"', "#define TABLE exports"]
+    lines += ["#define CALLEE(name) abuse::loaded<decltype(name)>(#name)"]
     lines += ["#else", '#include "lumivex.h"', "#define TABLE exports", "#define CALLEE(name) name", "#endif", ""]
     lines += ["const std::vector<abuse::Export>& abuse::TABLE()", "{"]
     lines += ["    static const std::vector<Export> all = {"]

@@ -8,17 +8,6 @@ namespace abuse
 {
 namespace
 {
-/// Mostly small, so that many calls are made; below 1 now and then.
-int64_t drawSize(Draw& draw)
-{
-    switch (draw.below(16)) {
-    case 0: return draw.oneOf<int64_t>({0, -1, -7, INT_MIN});
-    case 1: return 1;
-    case 2: return 1 + draw.below(300);
-    default: return 1 + draw.below(48);
-    }
-}
-
 struct Range
 {
     std::string_view parameter;
@@ -34,28 +23,79 @@ const Range sensibleRanges[] = {{"hue", 0, 359},        {"brightness", 0, 100}, 
                                 {"centre_x", -50, 100}, {"centre_y", -50, 100},     {"opacity", 0, 1}};
 } // namespace
 
+/// Mostly small, so that many calls are made; below 1 now and then.
+int64_t Call::drawSize(Draw& draw) const
+{
+    if (numbers_ == Numbers::edges) {
+        const uint32_t turn = draw.below(64);
+        return turn == 0   ? draw.oneOf<int64_t>({0, -1, -7, INT_MIN})
+               : turn == 1 ? 1 + draw.below(300)
+               : turn < 10 ? 1 + draw.below(70)
+                           : 1 + draw.below(turn < 36 ? 4 : 20);
+    }
+    switch (draw.below(16)) {
+    case 0: return draw.oneOf<int64_t>({0, -1, -7, INT_MIN});
+    case 1: return 1;
+    case 2: return 1 + draw.below(300);
+    default: return 1 + draw.below(48);
+    }
+}
+
+void Call::drawArguments(Draw& draw, const Fixed& fixed)
+{
+    if (numbers_ != Numbers::edges) {
+        drawScalars(draw);
+        bindSizes(draw);
+        return;
+    }
+    for (int tries = 0; tries == 0 || (isTooLarge() && tries < 64); ++tries) {
+        drawScalars(draw);
+        for (const auto& [place, value] : fixed) {
+            values_[place] = value;
+        }
+        // With a draw of its own, so that what is in the buffers does not depend on what had to be made to fit.
+        Draw bound(draw.next());
+        bindSizes(bound);
+    }
+}
+
+/// Whether the numbers lead further into a buffer than many calls can wait for.
+bool Call::isTooLarge() const
+{
+    return !isHeavy(callee_) && std::any_of(callee_.parameters.begin(), callee_.parameters.end(), [&](const auto& p) {
+        constexpr int64_t most = 1 << 20;
+        const Buffer buffer = isPointer(p) ? promised(*this, p) : Buffer{0, Content::noise};
+        return buffer.elements > most && buffer.content != Content::cube && buffer.content != Content::grid;
+    });
+}
+
 void Call::drawScalars(Draw& draw)
 {
     constexpr std::string_view sizes[] = {"width", "height", "columns", "count", "stride", "mask_width", "mask_height"};
+    // Every other time, all are of one kind: sums of such are what lies beside an edge.
+    const uint32_t kind = numbers_ == Numbers::edges ? draw.below(2 * realKinds) : 0;
     for (size_t i = 0; i < values_.size(); ++i) {
         const Parameter& parameter = callee_.parameters[i];
         if (isPointer(parameter)) {
             continue;
         }
         if (isReal(parameter)) {
-            values_[i].real = drawReal(draw, parameter);
+            values_[i].real = drawReal(draw, parameter, kind);
         } else if (std::count(std::begin(sizes), std::end(sizes), parameter.name) != 0) {
             values_[i].whole = drawSize(draw);
         } else if (parameter.type == "uint8_t") {
             values_[i].whole = draw.oneOf<int64_t>({0, 0, 1, 1, 127, 128, 254, 255, draw.below(256)});
         } else {
-            values_[i].whole = anyWhole(draw);
+            values_[i].whole = numbers_ == Numbers::edges ? edgeWhole(draw) : anyWhole(draw);
         }
     }
 }
 
-double Call::drawReal(Draw& draw, const Parameter& parameter) const
+double Call::drawReal(Draw& draw, const Parameter& parameter, uint32_t kind) const
 {
+    if (numbers_ == Numbers::edges) {
+        return edgeReal(draw, parameter.type == "double", kind < realKinds ? kind : draw.below(realKinds));
+    }
     // Which row of the mask a scale leads to must be one that the host has.
     const bool leadsToRows = parameter.name == "vertical_scale";
     if (numbers_ == Numbers::any && draw.below(2) == 0) {
@@ -125,13 +165,22 @@ void Call::drawRectangle(Draw& draw)
     };
     side("width", "x0", "x1");
     side("height", "y0", "y1");
+    // The only one that does nothing in a picture without rows, whatever the rectangle.
+    if (numbers_ == Numbers::edges && name == "DS_Mask2BorderClip" && whole("height") < 1) {
+        for (const std::string_view end : {"x0", "x1", "y0", "y1"}) {
+            set(end, edgeWhole(draw));
+        }
+    }
 }
 
 /// Clipped so that what lies inside the circle lies in the picture.
 void Call::drawDab(Draw& draw)
 {
     rowsUnderDab_ = std::max<int64_t>(drawSize(draw), 0);
-    const int64_t r = draw.oneIn(8) ? draw.oneOf<int64_t>({0, -1, INT_MIN}) : 1 + draw.below(20);
+    int64_t r = draw.oneIn(8) ? draw.oneOf<int64_t>({0, -1, INT_MIN}) : 1 + draw.below(20);
+    if (numbers_ == Numbers::edges && draw.oneIn(32)) {
+        r = draw.oneOf<int64_t>({46341, 50000, 65536}); // whose squares are too large
+    }
     set("r", r);
     const auto side = [&](int64_t length, std::string_view centre, std::string_view from, std::string_view to) {
         const int64_t at = static_cast<int64_t>(draw.below(60)) - 8;

@@ -67,11 +67,10 @@ std::string_view flagOf(std::string_view picture)
 }
 } // namespace
 
-Call::Call(const Export& callee, Draw draw, Numbers numbers, support::Place place)
+Call::Call(const Export& callee, Draw draw, Numbers numbers, support::Place place, const Fixed& fixed)
     : callee_(callee), numbers_(numbers), values_(callee.parameters.size()), buffers_(callee.parameters.size())
 {
-    drawScalars(draw);
-    bindSizes(draw);
+    drawArguments(draw, fixed);
     if (callee_.name == "TRACE_Parcourir") {
         makeOutline(draw);
     }
@@ -148,6 +147,10 @@ void Call::makeOutline(Draw& draw)
 
 void Call::fill(Guarded& memory, const Parameter& parameter, Content content, uint64_t seed)
 {
+    if (numbers_ == Numbers::edges && (content == Content::noise || content == Content::numbers)) {
+        fillWithEdges(memory, parameter, seed);
+        return;
+    }
     Random random(seed);
     const auto generate = [&]<class Number>(Number*, auto make) {
         std::generate_n(numbersOf<Number>(memory), memory.size() / sizeof(Number),
@@ -175,7 +178,7 @@ void Call::fill(Guarded& memory, const Parameter& parameter, Content content, ui
         break;
     case Content::levels: byType([&] { return random.below(256); }); break;
     case Content::levelsRecord:
-        if (numbers_ == Numbers::any && random.below(2) == 0) {
+        if (numbers_ != Numbers::sensible && random.below(2) == 0) {
             byType([&] { return anyWhole(random); });
         } else {
             const auto black = static_cast<int32_t>(random.below(100));
@@ -227,6 +230,15 @@ int64_t Call::pixels() const
     const int64_t width = whole(isMap ? "stride" : has("row_length") ? "row_length" : "width");
     const int64_t height = isMap ? whole("last_row") + 1 : has("dx0") ? rowsUnderDab_ : whole("height");
     return width > 0 && height > 0 ? width * height : 0;
+}
+
+size_t Call::bytes() const
+{
+    size_t sum = 0;
+    for (const auto& buffer : buffers_) {
+        sum += buffer == nullptr ? 0 : buffer->size();
+    }
+    return sum;
 }
 
 uint64_t Call::checksum(double result) const
@@ -283,6 +295,7 @@ bool Call::guardsAreIntact() const
 std::string Call::describe() const
 {
     std::ostringstream out;
+    out.precision(17);
     out << callee_.name << '(';
     for (size_t i = 0; i < values_.size(); ++i) {
         const Parameter& parameter = callee_.parameters[i];

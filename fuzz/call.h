@@ -4,13 +4,18 @@
 #include "calls.h"
 #include "draw.h"
 
+#include <map>
 #include <memory>
 #include <string>
 
 namespace abuse
 {
-/// What numbers the host passes: those that the manual calls sensible, or any.
-enum class Numbers { sensible, any };
+/// What numbers the host passes: those that the manual calls sensible, any, or those beside which results are rounded
+/// another way, drawn by the types of the parameters alone.
+enum class Numbers { sensible, any, edges };
+
+/// Numbers that are not left to the draw, by the places of their parameters. What must fit each other is still made to.
+using Fixed = std::map<size_t, Value>;
 
 /// What a buffer is filled with. Numbers are floats or integers, by the type of the parameter.
 enum class Content { noise, twoLevels, numbers, levels, levelsRecord, places, zeros, cube, grid, outline };
@@ -25,7 +30,8 @@ class Call
 {
 public:
     /// The same draw gives the same call, whatever table it is from.
-    Call(const Export& callee, Draw draw, Numbers numbers, support::Place place = support::Place::end);
+    Call(const Export& callee, Draw draw, Numbers numbers, support::Place place = support::Place::end,
+         const Fixed& fixed = {});
 
     double run() { return run(callee_); }
     double run(const Export& callee) { return callee.call(values_.data()); }
@@ -46,19 +52,25 @@ public:
     bool has(std::string_view name) const { return find(name) != nullptr; }
     /// The pixels of the call's pictures, and the cells of its maps.
     int64_t pixels() const;
+    /// Of all buffers together.
+    size_t bytes() const;
 
 private:
     Value* find(std::string_view name);
     const Value* find(std::string_view name) const { return const_cast<Call*>(this)->find(name); }
     void set(std::string_view name, int64_t value);
+    void drawArguments(Draw& draw, const Fixed& fixed);
     void drawScalars(Draw& draw);
+    int64_t drawSize(Draw& draw) const;
+    bool isTooLarge() const;
     void bindSizes(Draw& draw);
     void drawRectangle(Draw& draw);
     void drawDab(Draw& draw);
     uint32_t placesFor(const Parameter& parameter) const;
     void fill(support::Guarded& memory, const Parameter& parameter, Content content, uint64_t seed);
+    static void fillWithEdges(support::Guarded& memory, const Parameter& parameter, uint64_t seed);
     void makeOutline(Draw& draw);
-    double drawReal(Draw& draw, const Parameter& parameter) const;
+    double drawReal(Draw& draw, const Parameter& parameter, uint32_t kind) const;
 
     const Export& callee_;
     Numbers numbers_;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <climits>
 #include <cmath>
+#include <unordered_map>
 
 namespace abuse
 {
@@ -48,18 +49,19 @@ int64_t rows(const Call& call)
     return atLeast0(call.whole("last_row") + 1);
 }
 
-/// The mask up to the last place that the scales lead to. What a scale makes too large leads nowhere, and all that are
-/// drawn either do that with every place but 0 or with none.
+/// The mask up to the last place that the scales lead to. What a scale makes too large leads nowhere.
 int64_t scaledMask(const Call& call)
 {
     const auto last = [&](std::string_view size, std::string_view scale) {
-        double place = 0;
+        double scaled = 0;
         for (size_t i = 0; i < call.values().size(); ++i) {
             if (call.callee().parameters[i].name == scale) {
-                place = static_cast<double>(call.whole(size) - 1) * static_cast<float>(call.values()[i].real);
+                scaled = static_cast<float>(call.values()[i].real);
             }
         }
-        return place > 0 && place <= INT_MAX ? static_cast<int64_t>(place) : 0;
+        const double place = static_cast<double>(call.whole(size) - 1) * scaled;
+        // Where the last place leads nowhere, an earlier one may lead far.
+        return place > 0 && scaled < INT_MAX ? static_cast<int64_t>(std::min<double>(place, INT_MAX)) : 0;
     };
     const int64_t place =
         last("height", "vertical_scale") * call.whole("mask_width") + last("width", "horizontal_scale");
@@ -77,7 +79,9 @@ int64_t brushTip(const Call& call)
     if (!call.has("dx0")) {
         return call.pixels() * 4;
     }
-    const int64_t side = 2 * atLeast0(call.whole("r"));
+    // Squares wrap, and what comes out below 1 is no circle: nothing is read.
+    const int64_t radius = atLeast0(call.whole("r"));
+    const int64_t side = static_cast<int32_t>(static_cast<uint32_t>(radius * radius)) < 1 ? 0 : 2 * radius;
     return side * side * 4;
 }
 
@@ -172,13 +176,20 @@ const Rule rules[] = {
 
 Buffer promised(const Call& call, const Parameter& parameter)
 {
-    for (const Rule& rule : rules) {
-        if (isOneOf(rule.exports, call.callee().name) && isOneOf(rule.parameters, parameter.name) &&
-            (rule.type == "*" || rule.type == parameter.type)) {
-            return {rule.elements(call), rule.content};
-        }
+    // Looked up once: comparing names takes longer than many a call.
+    static thread_local std::unordered_map<const Parameter*, const Rule*> found;
+    const auto [known, isNew] = found.try_emplace(&parameter, nullptr);
+    if (isNew) {
+        const auto* const rule = std::find_if(std::begin(rules), std::end(rules), [&](const Rule& candidate) {
+            return isOneOf(candidate.exports, call.callee().name) && isOneOf(candidate.parameters, parameter.name) &&
+                   (candidate.type == "*" || candidate.type == parameter.type);
+        });
+        known->second = rule == std::end(rules) ? nullptr : rule;
     }
-    return {-1, Content::noise};
+    if (known->second == nullptr) {
+        return {-1, Content::noise};
+    }
+    return {known->second->elements(call), known->second->content};
 }
 
 bool isHeavy(const Export& callee)

@@ -3,7 +3,9 @@
 
 #include <algorithm>
 #include <cstring>
+#include <map>
 #include <new>
+#include <vector>
 #if defined(_WIN32)
 #include <windows.h>
 #else
@@ -60,7 +62,26 @@ void unmapPages(uint8_t* pages, size_t size)
     munmap(pages, size);
 }
 #endif
+
+/// Mappings that wait for the next buffer, by their sizes.
+std::map<size_t, std::vector<uint8_t*>>& kept()
+{
+    static std::map<size_t, std::vector<uint8_t*>> mappings;
+    return mappings;
+}
+
+uint8_t* takeKept(size_t size)
+{
+    if (!Guarded::keepsMappings || kept()[size].empty()) {
+        return nullptr;
+    }
+    uint8_t* const mapping = kept()[size].back();
+    kept()[size].pop_back();
+    return mapping;
+}
 } // namespace
+
+bool Guarded::keepsMappings = false;
 
 Guarded::Guarded(size_t size, Place place) : byteCount(size)
 {
@@ -68,12 +89,18 @@ Guarded::Guarded(size_t size, Place place) : byteCount(size)
     const size_t page = pageSize();
     const size_t inner = (size + oddShift + page) / page * page;
     mappingSize = inner + 2 * page;
-    mapping = mapPages(mappingSize);
+    mapping = takeKept(mappingSize);
+    const bool isKept = mapping != nullptr;
+    mapping = isKept ? mapping : mapPages(mappingSize);
     if (mapping == nullptr) {
         throw std::bad_alloc();
     }
     uint8_t* const first = mapping + page;
-    allowPages(first, inner);
+    if (isKept) {
+        std::memset(first, 0, inner);
+    } else {
+        allowPages(first, inner);
+    }
     bytes = place == Place::start ? first : place == Place::end ? first + inner - size : first + oddShift;
     std::memset(first, pattern, static_cast<size_t>(bytes - first));
     std::memset(bytes + size, pattern, static_cast<size_t>(first + inner - bytes - size));
@@ -81,7 +108,12 @@ Guarded::Guarded(size_t size, Place place) : byteCount(size)
 
 Guarded::~Guarded()
 {
-    unmapPages(mapping, mappingSize);
+    constexpr size_t mostKept = 1 << 18;
+    if (keepsMappings && mappingSize <= mostKept) {
+        kept()[mappingSize].push_back(mapping);
+    } else {
+        unmapPages(mapping, mappingSize);
+    }
 }
 
 bool Guarded::guardsAreIntact() const

@@ -52,6 +52,10 @@ public:
     size_t size() const { return byteCount; }
     bool guardsAreIntact() const;
 
+    /// Whether small mappings are kept for the next buffer, cleared: mapping takes longer than many a call. For programs
+    /// of one thread.
+    static bool keepsMappings;
+
 private:
     uint8_t* mapping;
     size_t mappingSize;

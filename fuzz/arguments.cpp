@@ -168,7 +168,7 @@ void Call::drawRectangle(Draw& draw)
     // The only one that does nothing in a picture without rows, whatever the rectangle.
     if (numbers_ == Numbers::edges && name == "DS_Mask2BorderClip" && whole("height") < 1) {
         for (const std::string_view end : {"x0", "x1", "y0", "y1"}) {
-            set(end, edgeWhole(draw));
+            set(end, draw.below(3));
         }
     }
 }

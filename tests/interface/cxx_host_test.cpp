@@ -141,6 +141,35 @@ TEST(CxxHost, reachesTheLibrary)
     EXPECT_EQ(again.bytes, first.bytes);
 }
 
+TEST(CxxHost, carvesWhatIsMarkedUpToTheRim)
+{
+    // Alphas tell the columns: each row of a seam lacks one.
+    Picture picture = pattern(12, 9), last_row(12, 9), column(12, 9);
+    for (size_t i = 0; i < picture.bytes.size() / 4; ++i) {
+        picture.bytes[i * 4 + 3] = static_cast<uint8_t>(i % 12);
+        last_row.bytes[i * 4 + 2] = i == 8 * 12 + 7 ? 255 : 0;
+        column.bytes[i * 4 + 2] = i % 12 == 4 ? 255 : 0;
+    }
+    const auto lacks = [&](const Picture& guide, size_t y, uint8_t x) {
+        SeamCarver carver(picture, guide, {});
+        EXPECT_TRUE(carver.setWidth(11));
+        return carver.image().bytes[(y * 11 + x) * 4 + 3] == x + 1 &&
+               carver.image().bytes[(y * 11 + x) * 4 - 1] == x - 1;
+    };
+    EXPECT_TRUE(lacks(last_row, 8, 7));
+    for (size_t y = 0; y < 9; ++y)
+        EXPECT_TRUE(lacks(column, y, 4)) << y;
+}
+
+TEST(CxxHost, tellsAFrameFromAnEdgeAtTheRim)
+{
+    Picture map(5, 5);
+    std::fill(map.bytes.begin(), map.bytes.end(), uint8_t{255});
+    EXPECT_TRUE(OutlineTracer(5, 5).trace(map, MapChannel::blue, Smoothing::none).framed);
+    std::fill_n(&map.bytes[(4 * 5 + 2) * 4], 3, uint8_t{0});
+    EXPECT_FALSE(OutlineTracer(5, 5).trace(map, MapChannel::blue, Smoothing::none).framed);
+}
+
 TEST(CxxHost, watchesAndStops)
 {
     Progress progress;

@@ -143,22 +143,23 @@ TEST(CxxHost, reachesTheLibrary)
 
 TEST(CxxHost, carvesWhatIsMarkedUpToTheRim)
 {
-    // Alphas tell the columns: each row of a seam lacks one.
-    Picture picture = pattern(12, 9), last_row(12, 9), column(12, 9);
-    for (size_t i = 0; i < picture.bytes.size() / 4; ++i) {
-        picture.bytes[i * 4 + 3] = static_cast<uint8_t>(i % 12);
-        last_row.bytes[i * 4 + 2] = i == 8 * 12 + 7 ? 255 : 0;
-        column.bytes[i * 4 + 2] = i % 12 == 4 ? 255 : 0;
-    }
-    const auto lacks = [&](const Picture& guide, size_t y, uint8_t x) {
+    // Alphas tell the columns, and contrasts would cost more than a faint mark gives.
+    Picture picture(12, 9);
+    for (uint32_t i = 0; i < picture.bytes.size(); ++i)
+        picture.bytes[i] = static_cast<uint8_t>(i % 4 == 3 ? i / 4 % 12 : (i * 2654435761u >> 13 & 1) * 255);
+    const auto carves = [&](size_t x, size_t y, uint8_t red) {
+        Picture guide(12, 9);
+        guide.bytes[(y * 12 + x) * 4 + 2] = red;
         SeamCarver carver(picture, guide, {});
         EXPECT_TRUE(carver.setWidth(11));
-        return carver.image().bytes[(y * 11 + x) * 4 + 3] == x + 1 &&
-               carver.image().bytes[(y * 11 + x) * 4 - 1] == x - 1;
+        bool found = false;
+        for (size_t i = y * 11; i < (y + 1) * 11; ++i)
+            found |= carver.image().bytes[i * 4 + 3] == x;
+        return !found;
     };
-    EXPECT_TRUE(lacks(last_row, 8, 7));
-    for (size_t y = 0; y < 9; ++y)
-        EXPECT_TRUE(lacks(column, y, 4)) << y;
+    for (size_t x = 0; x < 12; ++x)
+        EXPECT_TRUE(carves(x, 8, 255)) << x;
+    EXPECT_TRUE(carves(4, 4, 128));
 }
 
 TEST(CxxHost, tellsAFrameFromAnEdgeAtTheRim)

@@ -136,6 +136,21 @@ TEST(LabCurves, AxesTruncateNextToEveryLevel)
     }
 }
 
+TEST(LabTones, ShiftsAreWiderThanSingles)
+{
+    // The sum is 3, and would be 2 with a shift of single precision.
+    const Colours colours({-33554430});
+    const auto run = [&](auto balance) {
+        Pixels image(colours.pixels.size(), 77);
+        uint32_t progress = 0;
+        balance(image.data(), colours.pixels.data(), colours.values.data(), colours.zeros.data(), colours.zeros.data(),
+                support::inventedGrid<12>(), support::inventedGrid<13>(), support::inventedGrid<14>(), nullptr,
+                colours.width, colours.height, 33554433, 0, 0, uint8_t{0}, &progress);
+        return image;
+    };
+    EXPECT_TRUE(run(IM_Balance) == run(plain::IM_Balance));
+}
+
 TEST(LabTones, OfRealColours)
 {
     const RealTables& t = realTables();

@@ -124,8 +124,8 @@ TEST(Levels, EveryPositionOfTheGrey)
     }
     const Pixels source = everyLevel();
     const int32_t neutral[] = {0, 50, 255, 0, 255};
-    for (const auto& [black, white] : {std::pair{0, 255}, {3, 250}, {10, 20}, {255, 0}, {0, 1}, {40, 40}}) {
-        for (int grey = -300; grey <= 600; grey += 7) {
+    for (const auto& [black, white] : {std::pair{0, 255}, {3, 250}, {10, 20}, {255, 0}, {0, 1}, {0, 3}, {40, 40}}) {
+        for (int grey = -302; grey <= 769; grey += 7) {
             const int32_t levels[] = {black, grey, white, 250, 3};
             Pixels library = source;
             Pixels plainly = source;

@@ -1,6 +1,7 @@
 // Dabs where their outcome is decided: the rim, the selection, strokes of dabs that overlap.
 #include "lumivex.h"
 #include "pictures.h"
+#include "plain.h"
 
 #include <algorithm>
 #include <climits>
@@ -148,6 +149,46 @@ TEST(Dab, MixesAsDoublePrecisionDoes)
         BR_Couteau(mixed.data(), brush.data(), nullptr, touched.data(), covered.data(), 1, 1, side, radius, radius,
                    -radius, -radius, radius - 1, radius - 1, radius, 255, 100, 0, 0);
         expectMix(0.5, mixed);
+    }
+}
+
+TEST(Dab, LargeOnesHaveThePlainMeaning)
+{
+    // Shares for which whole numbers do, then entries for which they do not: alpha would not rise, or to another number,
+    // the colour would be reached or missed by 1, or leave the bytes. Cut at its left, a circle has rows of 3 pixels.
+    struct Entry
+    {
+        float entry, opacity, divisor;
+    };
+    constexpr int32_t side = 48, middle = side / 2;
+    support::Random random(42);
+    Pixels brush = brushOf(middle, 0), root(brush.size());
+    for (size_t i = 0; i < root.size(); ++i) {
+        brush[i] = static_cast<uint8_t>(random.next());
+        root[i] = static_cast<uint8_t>(i % 4 == 3 ? random.next() : i / 4);
+    }
+    for (const auto& [entry, opacity, divisor] : {Entry{0.5F, 1, 1},
+                                                  {0.31F, 0.7F, 3},
+                                                  {-0.5F, 0.1F, 1},
+                                                  {1 - 0x1p-23F, 0.010000000708F, 1},
+                                                  {9.20000257e-11F, 1, 1},
+                                                  {1.0005F, 1, 1},
+                                                  {9.7109375F, 0.74522591F, 11}}) {
+        std::vector<float> profile = ramp();
+        std::fill(profile.begin() + 40, profile.end(), entry);
+        for (const auto& [radius, left] : {std::pair{12, -12}, {21, -21}, {24, -24}, {24, 4}}) {
+            Pixels library = root, plainly = root, touched(root.size());
+            const auto both = [&, radius = radius, left = left](auto fast, auto plain, auto... rest) {
+                fast(library.data(), brush.data(), nullptr, rest..., side, middle, middle, left, -radius, radius,
+                     radius, radius, 0, 75, 255, 0);
+                plain(plainly.data(), brush.data(), nullptr, rest..., side, middle, middle, left, -radius, radius,
+                      radius, radius, 0, 75, 255, 0);
+                EXPECT_EQ(library, plainly) << "entry " << entry << ", radius " << radius << ", left " << left;
+            };
+            both(BR_Couleur, plain::BR_Couleur, profile.data(), opacity);
+            library = plainly = root;
+            both(BR_Couteau, plain::BR_Couteau, touched.data(), profile.data(), opacity, divisor);
+        }
     }
 }
 

@@ -141,6 +141,36 @@ TEST(CxxHost, reachesTheLibrary)
     EXPECT_EQ(again.bytes, first.bytes);
 }
 
+TEST(CxxHost, carvesWhatIsMarkedUpToTheRim)
+{
+    // Alphas tell the columns, and contrasts would cost more than a faint mark gives.
+    Picture picture(12, 9);
+    for (uint32_t i = 0; i < picture.bytes.size(); ++i)
+        picture.bytes[i] = static_cast<uint8_t>(i % 4 == 3 ? i / 4 % 12 : (i * 2654435761u >> 13 & 1) * 255);
+    const auto carves = [&](size_t x, size_t y, uint8_t red) {
+        Picture guide(12, 9);
+        guide.bytes[(y * 12 + x) * 4 + 2] = red;
+        SeamCarver carver(picture, guide, {});
+        EXPECT_TRUE(carver.setWidth(11));
+        bool found = false;
+        for (size_t i = y * 11; i < (y + 1) * 11; ++i)
+            found |= carver.image().bytes[i * 4 + 3] == x;
+        return !found;
+    };
+    for (size_t x = 0; x < 12; ++x)
+        EXPECT_TRUE(carves(x, 8, 255)) << x;
+    EXPECT_TRUE(carves(4, 4, 128));
+}
+
+TEST(CxxHost, tellsAFrameFromAnEdgeAtTheRim)
+{
+    Picture map(5, 5);
+    std::fill(map.bytes.begin(), map.bytes.end(), uint8_t{255});
+    EXPECT_TRUE(OutlineTracer(5, 5).trace(map, MapChannel::blue, Smoothing::none).framed);
+    std::fill_n(&map.bytes[(4 * 5 + 2) * 4], 3, uint8_t{0});
+    EXPECT_FALSE(OutlineTracer(5, 5).trace(map, MapChannel::blue, Smoothing::none).framed);
+}
+
 TEST(CxxHost, watchesAndStops)
 {
     Progress progress;

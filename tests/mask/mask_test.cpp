@@ -126,6 +126,15 @@ TEST(Fade, StepsAndTheirEdges)
     EXPECT_EQ(image[3], 0);
 }
 
+TEST(Fade, SumsSquaresInDoublePrecision)
+{
+    const Pixels profile = ramp(), all = uniform(16, 8, 255);
+    Pixels library = all, plainly = all;
+    TRA_ImageRadial(library.data(), all.data(), profile.data(), 16, 8, 9.602111F, 6.471287F, 45.78495F);
+    plain::TRA_ImageRadial(plainly.data(), all.data(), profile.data(), 16, 8, 9.602111F, 6.471287F, 45.78495F);
+    EXPECT_EQ(library, plainly);
+}
+
 TEST(Fade, DecidesExactlyAtEveryStep)
 {
     // Geometries in which pixels stand as near to a step as floats allow: whole shares of 255, the same moved by a
@@ -149,8 +158,10 @@ TEST(Fade, DecidesExactlyAtEveryStep)
         };
         const float small = hair(random.oneOf({step / 255, 1 / (step * 255), step * huge, 0x1.0101p-65F / step}));
         if (round % 2 == 0) {
-            const float centre = random.oneOf({0.0F, 150.0F, step / 7, huge, 0x1p-70F});
-            both(TRA_ImageRadial, plain::TRA_ImageRadial, width, height, centre, random.oneOf({0.0F, 3.0F, centre}),
+            const auto within = static_cast<float>(random.between(0, 12));
+            const float centre = random.oneOf({0.0F, 150.0F, within, step / 7, huge, 0x1p-70F});
+            both(TRA_ImageRadial, plain::TRA_ImageRadial, width, height, centre,
+                 random.oneOf({0.0F, within / 2, centre}),
                  random.oneOf({1 / small, hair(255 / step), hair(step), huge}));
         } else {
             const float slope = hair(random.oneOf({1.0F, -1.0F, step / 7, 1 / step, 1 / huge}));

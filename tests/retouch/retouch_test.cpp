@@ -52,6 +52,9 @@ TEST(Guide, EveryToneHasThePlainMeaning)
         both(RE_MaskFiltrePinceau, plain::RE_MaskFiltrePinceau,
              [&](auto f, uint8_t* out) { f(out, h, l, g, width, height, bias, 0, width, 0, height); });
     }
+    // A weight near -2^22, so that each product has digits to round.
+    both(RE_MaskFiltrePinceau, plain::RE_MaskFiltrePinceau,
+         [&](auto f, uint8_t* out) { f(out, l, l, g, width, height, -1069547360, 0, width, 0, height); });
     both(RE_PinceauFusionNB, plain::RE_PinceauFusionNB, [&](auto f, uint8_t* out) {
         f(out, g, l, h, nullptr, width, height, 0, width, 0, height, 0, 77, 255, 128, 0, 0);
     });

@@ -13,7 +13,7 @@ namespace
 /// A centre in the picture or just beyond it, a radius and an opacity.
 Parameters drawDab(Random& random, const Job& job)
 {
-    const int32_t r = random.oneOf<int32_t>({1, 2, 3, 5, 8, 17, 40, 110, 0});
+    const int32_t r = random.oneOf<int32_t>({1, 2, 3, 5, 8, 12, 17, 24, 40, 110, 0});
     const auto place = [&](int32_t size) {
         return static_cast<float>(random.below(static_cast<uint32_t>(std::clamp(size, 1, 1 << 20) + r))) -
                static_cast<float>(r / 2);

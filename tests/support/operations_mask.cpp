@@ -52,7 +52,8 @@ Parameters drawGradient(Random& random, const Job& job)
     };
     const float slope = random.oneOf({1.0F, -0.5F, 1e-4F, static_cast<float>(random.between(-3, 3))});
     return {.whole = static_cast<int32_t>(random.next()),
-            .reals = {odd(std::floor(within(job.width))), odd(random.oneOf({within(job.height), 3.0F})), odd(slope),
+            .reals = {odd(random.oneOf({std::floor(within(job.width)), within(job.width)})),
+                      odd(random.oneOf({within(job.height), 3.0F})), odd(slope),
                       odd(static_cast<float>(random.between(-0.1, 0.1)))},
             .flag = random.oneOf<uint8_t>({0, 3})};
 }

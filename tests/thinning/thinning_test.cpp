@@ -64,7 +64,7 @@ TEST(Thinning, ColoursAndGatesHaveThePlainMeaning)
 {
     Random random(52);
     using Colours = uint8_t[6];
-    const Colours colours[] = {{1, 2, 9, 1, 2, 200}, {1, 9, 3, 1, 200, 3}, {9, 2, 3, 200, 2, 3}, {9, 9, 9, 9, 9, 9}};
+    const Colours colours[] = {{1, 2, 9, 1, 2, 200}, {1, 9, 3, 1, 200, 3}, {9, 2, 3, 200, 2, 3}, {9, 5, 7, 9, 5, 7}};
     for (int32_t width = 5; width <= 140; width += 3) {
         for (const auto& c : colours) {
             for (const uint8_t useGate : {uint8_t{0}, uint8_t{2}}) {

@@ -3,6 +3,7 @@
 #include "pictures.h"
 #include "plain.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <gtest/gtest.h>
@@ -74,6 +75,16 @@ TEST(Smoothing, HasThePlainMeaning)
             if (count % 7 == 0) {
                 points[random.below(static_cast<uint32_t>(count))] = random.oneOf({notANumber, infinity, 3e38F, -0.0F});
             }
+            if (count == 9) {
+                points.assign(points.size(), -0.0F); // the sign is kept
+            }
+            if (count == 10) {
+                // Off the middle by a corner's 0.7, or by a little less before it is rounded.
+                points.assign(points.size(), 0);
+                points[6] = 6.03e-8F;
+                points[10] = 0.700000048F;
+                points[11] = 2.3e-5F;
+            }
             Floats expected = points;
             EXPECT_EQ(library(points.data(), count - 1), count - 1);
             plainly(expected.data(), count - 1);
@@ -113,6 +124,10 @@ TEST(Fitting, HasThePlainMeaning)
         Floats points = path(count, random);
         if (round % 8 == 0) {
             points[random.below(static_cast<uint32_t>(count) * 2)] = random.oneOf({notANumber, infinity, 3e38F});
+        }
+        if (round % 9 == 0) {
+            // Even steps that singles hold, and whose sums they do not.
+            std::transform(points.begin(), points.end(), points.begin(), [](float at) { return at * 1e14F; });
         }
         const double handle = random.oneOf({67.0, 67.0, 61.0, 0.0, 100.0, -30.0, 1e300});
         const double error =

@@ -171,10 +171,17 @@ TEST(Outlines, WalksStopWhereToldAndKeepToTheirMap)
     EXPECT_EQ(TRACE_Parcourir(records.data(), map.data(), points, 9, 0, 1, 1, 4, 0, 0), 2);
     EXPECT_EQ(map, (Numbers{-1, -1, -1, -1}));
     // A record of no side has no point, but counts.
-    records = {5, 5, 4, 0, 0, 0, 0, 0, 0};
-    EXPECT_EQ(TRACE_Parcourir(records.data(), map.data(), points + 2, 9, 0, 1, 1, 4, 0, 0), 1);
-    EXPECT_EQ(records[0], -1);
-    EXPECT_EQ(points[2], -0.5F);
+    for (const int32_t side : {4, -1}) {
+        records = {5, 5, side, 0, 0, 0, 0, 0, 0};
+        EXPECT_EQ(TRACE_Parcourir(records.data(), map.data(), points + 2, 9, 0, 1, 1, 4, 0, 0), 1);
+        EXPECT_EQ(records[0], -1);
+        EXPECT_EQ(points[2], -0.5F);
+    }
+    // A place next to the middle of two floats, where doubles round to the other one. All rows are one of the map.
+    Numbers again = records = {0, 30, 2, 0, 0, 0, 0, 0, 0};
+    TRACE_Parcourir(records.data(), map.data(), points, 1, 0, 1, 0.0792207792F, 0, 0, INT32_MAX);
+    plain::TRACE_Parcourir(again.data(), map.data(), points + 2, 1, 0, 1, 0.0792207792F, 0, 0, INT32_MAX);
+    EXPECT_EQ(points[1], points[3]);
 }
 
 TEST(Outlines, PicturesWithoutPixelsHaveNone)

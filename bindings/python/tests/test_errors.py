@@ -104,6 +104,21 @@ def test_a_stroke_ends_wherever_its_points_are():
     assert (far[10] != P[10]).any()
 
 
+def test_what_only_just_fits_is_taken():
+    # A dab of radius 4 that touches two rims, and pictures side by side in memory.
+    both = numpy.stack([P, P])
+    lumivex.paint(P, BRUSH, PROFILE, 1, 3, 16, 0, 0, 0, dx0=-4, dx1=4, dy0=-4, dy1=4)
+    lumivex.gaussian_5(both[0], out=both[1])
+    numpy.testing.assert_array_equal(both[1], lumivex.gaussian_5(P))
+
+
+def test_steps_meet_the_end_of_a_line():
+    assert lumivex._strokes.dabs_along([(0, 5), (30, 5)], 10, 3, 99, 9) == [(0, 5), (10, 5), (20, 5), (30, 5)]
+    # 30 pixels round a square, in steps of nearly 8.
+    square = numpy.float32([(0, 0), (7.5, 0), (7.5, 7.5), (0, 7.5)])
+    assert len(lumivex.workflows.points_along(square, 8)) == 4
+
+
 def test_pictures_cut_from_others_are_read_as_they_are():
     part = P[3:17, 5:20]
     numpy.testing.assert_array_equal(lumivex.gaussian_5(part), lumivex.gaussian_5(part.copy()))

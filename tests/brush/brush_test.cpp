@@ -178,7 +178,7 @@ TEST(Dab, LargeOnesHaveThePlainMeaning)
         std::fill(profile.begin() + 40, profile.end(), entry);
         for (const auto& [radius, left] : {std::pair{12, -12}, {21, -21}, {24, -24}, {24, 4}}) {
             Pixels library = root, plainly = root, touched(root.size());
-            const auto both = [&, radius = radius, left = left](auto fast, auto plain, auto... rest) {
+            const auto both = [&, entry = entry, radius = radius, left = left](auto fast, auto plain, auto... rest) {
                 fast(library.data(), brush.data(), nullptr, rest..., side, middle, middle, left, -radius, radius,
                      radius, radius, 0, 75, 255, 0);
                 plain(plainly.data(), brush.data(), nullptr, rest..., side, middle, middle, left, -radius, radius,

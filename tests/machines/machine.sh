@@ -15,6 +15,8 @@ enter_machine() { # FOLDER PLACE COMMAND...
     unshare --mount "${isolation[@]}" -- /bin/sh -euc '
         root=$1 place=$2
         shift 2
+        # The root of a machine that makes machines itself has to be a place where something is mounted.
+        mount --bind "$root" "$root"
         mount -t proc proc "$root/proc"
         mount --rbind /dev "$root/dev"
         if [ -n "$place" ]; then

@@ -12,6 +12,8 @@ std::optional<std::string> parseArguments(CLI::App& app, const std::vector<std::
         throw describe(app);
     app.get_formatter()->column_width(34);
     app.get_formatter()->label("REQUIRED", "(required)");
+    // On Windows as well, /pictures/in.png is a file.
+    app.allow_windows_style_options(false);
     try {
         // The parser wants the last argument first.
         app.parse(std::vector<std::string>(arguments.rbegin(), arguments.rend()));

@@ -1,5 +1,6 @@
 // Fades of alpha along a line and round a centre.
 #include "core/area.h"
+#include "core/extended.h"
 #include "core/level.h"
 #include "core/square_root.h"
 
@@ -11,7 +12,6 @@ namespace
 {
 using Singles = Register<float>;
 using Columns = Register<int32_t>;
-using Extended = long double;
 
 constexpr int lanes = laneCount<Singles>;
 
@@ -115,8 +115,8 @@ struct LinearFade
     float gx;
     float gy;
     bool before; // the fade is where the line is at y or beyond it, else where it is at y or before
-    float a = static_cast<float>((Extended{y0} / Extended{slope} - Extended{x0}) * 0.5L);
-    float b = static_cast<float>((Extended{slope} * Extended{x0} - Extended{y0}) * 0.5L);
+    float a = static_cast<float>((Extended{y0} / Extended{slope} - Extended{x0}) * Extended{0.5});
+    float b = static_cast<float>((Extended{slope} * Extended{x0} - Extended{y0}) * Extended{0.5});
 
     bool reaches(int64_t x, int64_t y) const
     {
@@ -192,7 +192,7 @@ int32_t TRA_ImageRadial(uint8_t* image, const uint8_t* selection, const uint8_t*
     const bool certain = width <= 1 << 24 && scale > -1e9f && scale < 1e9f;
     const float slack = certain ? Estimate::slack : 512.0f;
     const auto rowOf = [=](int64_t y) {
-        const Extended fromCentre = static_cast<Extended>(y) - Extended{centre_y};
+        const Extended fromCentre = Extended{static_cast<double>(y)} - Extended{centre_y};
         const auto dy2 = static_cast<double>(fromCentre * fromCentre);
         const auto roughDy2 = static_cast<float>(dy2);
         return [=](int64_t x) {

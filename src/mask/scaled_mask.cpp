@@ -1,4 +1,5 @@
 // Cutting away what a mask of another size selects.
+#include "core/extended.h"
 #include "core/level.h"
 #include "core/map.h"
 
@@ -14,9 +15,9 @@ constexpr int64_t nowhere = INT64_MIN;
 int64_t scaledPlace(int64_t place, float scale)
 {
     // A float's 24 bits and a place's 31 fit the 64 of extended precision.
-    constexpr long double limit = 2147483648.0L;
-    const long double scaled = static_cast<long double>(place) * static_cast<long double>(scale);
-    return scaled > -limit - 1 && scaled < limit ? static_cast<int64_t>(scaled) : nowhere;
+    const Extended scaled = Extended{static_cast<double>(place)} * Extended{scale};
+    const bool fits = scaled > Extended{-2147483649.0} && scaled < Extended{2147483648.0};
+    return fits ? static_cast<int64_t>(scaled) : nowhere;
 }
 } // namespace
 

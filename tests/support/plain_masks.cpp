@@ -88,8 +88,9 @@ int32_t DS_Mask2TransparentAppliquer(const uint8_t* mask, uint8_t* image, int32_
                                      int32_t maskWidth, int32_t, float horizontalScale, float verticalScale)
 {
     return visitAll(width, height, 1, [&](int64_t at, int64_t x, int64_t y) {
-        const long double mx = std::trunc(static_cast<long double>(x) * horizontalScale);
-        const long double my = std::trunc(static_cast<long double>(y) * verticalScale);
+        // Exact: a float has 24 bits, and no picture here is 2^29 pixels wide or high.
+        const double mx = std::trunc(static_cast<double>(x) * horizontalScale);
+        const double my = std::trunc(static_cast<double>(y) * verticalScale);
         const bool areNumbers = mx >= INT32_MIN && mx <= INT32_MAX && my >= INT32_MIN && my <= INT32_MAX;
         const int64_t byte =
             areNumbers ? byteOfPixel(maskWidth, static_cast<int64_t>(mx), static_cast<int64_t>(my)) : -1;

@@ -1,4 +1,5 @@
 // Plain two-level maps and the graph of their edges.
+#include "core/extended.h"
 #include "plain_walk.h"
 
 #include <algorithm>
@@ -244,10 +245,12 @@ int32_t TRACE_Parcourir(int32_t* records, int32_t* map, float* points, int32_t m
         }
         const int side = record[2];
         if (side >= 0 && side <= 3) {
-            static constexpr long double dx[] = {0, 0.5L, 0, -0.5L};
-            static constexpr long double dy[] = {-0.5L, 0, 0.5L, 0};
-            points[2 * count] = static_cast<float>((record[0] + dx[side]) / scaleX + offsetX);
-            points[2 * count + 1] = static_cast<float>((record[1] + dy[side]) / scaleY + offsetY);
+            // The processor's where it has one; its tests hold the other one to that.
+            using lumivex::plain::Extended;
+            static constexpr double dx[] = {0, 0.5, 0, -0.5};
+            static constexpr double dy[] = {-0.5, 0, 0.5, 0};
+            points[2 * count] = static_cast<float>(Extended{record[0] + dx[side]} / scaleX + offsetX);
+            points[2 * count + 1] = static_cast<float>(Extended{record[1] + dy[side]} / scaleY + offsetY);
             if (record[0] != -1) {
                 entry(record) = -1;
             }

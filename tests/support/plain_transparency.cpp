@@ -1,4 +1,5 @@
 // Plain transparency, colour keys and gradients.
+#include "core/extended.h"
 #include "plain_area.h"
 
 #include <algorithm>
@@ -8,6 +9,9 @@ namespace plain
 {
 namespace
 {
+// The processor's where it has one; its tests hold the other one to that.
+using lumivex::plain::Extended;
+
 /// What a stroke paints, and which pixels the test lets through.
 struct Stroke
 {
@@ -27,7 +31,7 @@ uint8_t entryOf(const uint8_t* profile, float t)
     if (std::isnan(t)) {
         return profile[255];
     }
-    return profile[-static_cast<int>(std::trunc(static_cast<long double>(t) * 255 - 255))];
+    return profile[-static_cast<int64_t>(Extended{t} * 255 - 255)];
 }
 } // namespace
 
@@ -128,9 +132,8 @@ int32_t RE_Root2Trans(uint8_t* picture, const uint8_t* root, const uint8_t* guid
 int32_t TRA_ImageLineaire(uint8_t* image, const uint8_t* selection, const uint8_t* profile, uint8_t otherSide,
                           int32_t width, int32_t height, float x0, float y0, float m, float gx, float gy)
 {
-    using Extended = long double;
-    const auto a = static_cast<float>((Extended{y0} / m - x0) * 0.5L);
-    const auto b = static_cast<float>((Extended{m} * x0 - y0) * 0.5L);
+    const auto a = static_cast<float>((Extended{y0} / m - x0) * 0.5);
+    const auto b = static_cast<float>((Extended{m} * x0 - y0) * 0.5);
     return visitAll(width, height, height, [&](int64_t at, int64_t column, int64_t row) {
         const auto x = static_cast<float>(column);
         const auto y = static_cast<float>(row);
@@ -139,7 +142,7 @@ int32_t TRA_ImageLineaire(uint8_t* image, const uint8_t* selection, const uint8_
         if (otherSide == 0 && line <= y) {
             t = (Extended{x} + a) * gx + (Extended{y} + b) * gy;
         } else if (otherSide != 0 && line >= y) {
-            t = -(Extended{x} + a) * gx - (Extended{y} + b) * gy;
+            t = (Extended{x} + a) * -gx - (Extended{y} + b) * gy;
         }
         if (selection[at + 3] != 0) {
             image[at + 3] = entryOf(profile, static_cast<float>(t));
@@ -151,7 +154,7 @@ int32_t TRA_ImageRadial(uint8_t* image, const uint8_t* selection, const uint8_t*
                         float centreX, float centreY, float radius)
 {
     return visitAll(width, height, height, [&](int64_t at, int64_t x, int64_t y) {
-        const long double fromCentre = static_cast<long double>(y) - centreY;
+        const Extended fromCentre = Extended{static_cast<double>(y)} - centreY;
         const auto dy2 = static_cast<double>(fromCentre * fromCentre);
         const double dx = static_cast<double>(x) - centreX;
         const float d = std::sqrt(static_cast<float>(dx * dx + dy2));

@@ -41,22 +41,16 @@ int64_t Call::drawSize(Draw& draw) const
     }
 }
 
-void Call::drawArguments(Draw& draw, const Fixed& fixed)
+void Call::drawArguments(const Fixed& fixed)
 {
-    if (numbers_ != Numbers::edges) {
-        drawScalars(draw);
-        bindSizes(draw);
-        return;
-    }
-    for (int tries = 0; tries == 0 || (isTooLarge() && tries < 64); ++tries) {
-        drawScalars(draw);
+    int tries = 0;
+    do {
+        drawScalars();
         for (const auto& [place, value] : fixed) {
             values_[place] = value;
         }
-        // With a draw of its own, so that what is in the buffers does not depend on what had to be made to fit.
-        Draw bound(draw.next());
-        bindSizes(bound);
-    }
+        bindSizes();
+    } while (numbers_ == Numbers::edges && isTooLarge() && ++tries < 64);
 }
 
 /// Whether the numbers lead further into a buffer than many calls can wait for.
@@ -69,16 +63,17 @@ bool Call::isTooLarge() const
     });
 }
 
-void Call::drawScalars(Draw& draw)
+void Call::drawScalars()
 {
     constexpr std::string_view sizes[] = {"width", "height", "columns", "count", "stride", "mask_width", "mask_height"};
     // Every other time, all are of one kind: sums of such are what lies beside an edge.
-    const uint32_t kind = numbers_ == Numbers::edges ? draw.below(2 * realKinds) : 0;
+    const uint32_t kind = numbers_ == Numbers::edges ? draws_.back().below(2 * realKinds) : 0;
     for (size_t i = 0; i < values_.size(); ++i) {
         const Parameter& parameter = callee_.parameters[i];
         if (isPointer(parameter)) {
             continue;
         }
+        Draw& draw = draws_[i];
         if (isReal(parameter)) {
             values_[i].real = drawReal(draw, parameter, kind);
         } else if (std::count(std::begin(sizes), std::end(sizes), parameter.name) != 0) {
@@ -110,26 +105,22 @@ double Call::drawReal(Draw& draw, const Parameter& parameter, uint32_t kind) con
 }
 
 /// Makes the sizes and places of a call fit each other.
-void Call::bindSizes(Draw& draw)
+void Call::bindSizes()
 {
     if (has("last")) {
-        set("last", std::max<int64_t>(drawSize(draw), -100) - 1);
+        set("last", std::max<int64_t>(drawSize(drawFor("last")), -100) - 1);
     }
     if (has("last_row")) {
-        const int64_t stride = std::max<int64_t>(whole("stride"), 1);
-        const auto lastColumn = static_cast<int64_t>(draw.below(static_cast<uint32_t>(stride + 1))) - 1;
-        set("stride", stride);
-        set("last_column", draw.below(3) == 0 ? lastColumn : stride - 1);
-        set("last_row", std::max<int64_t>(drawSize(draw), 0) - 1);
-        set("end", draw.below(static_cast<uint32_t>(std::max<int64_t>(whole("last_column"), 0) + 1)));
+        bindMap();
     }
     if (has("number")) {
-        const uint32_t count = 1 + draw.below(8);
+        const uint32_t count = 1 + drawFor("count").below(8);
         set("count", count);
-        set("number", draw.below(count));
+        set("number", drawFor("number").below(count));
     }
     if (has("row_length")) {
-        const uint32_t count = whole("columns") > 0 ? draw.below(6) : 0;
+        const uint32_t count = whole("columns") > 0 ? drawFor("count").below(6) : 0;
+        Draw& draw = drawFor("row_length");
         set("count", count);
         set("row_length", whole("columns") + count - (draw.oneIn(4) ? draw.below(count + 1) : 0));
     }
@@ -137,19 +128,31 @@ void Call::bindSizes(Draw& draw)
         set("mask_width", std::max<int64_t>(whole("mask_width"), 1));
     }
     if (has("x0") && !isReal(callee_.parameters[static_cast<size_t>(find("x0") - values_.data())])) {
-        drawRectangle(draw);
+        drawRectangle();
     }
     if (has("dx0")) {
-        drawDab(draw);
+        drawDab();
     }
     // Any width will do where there are no rows.
-    if (has("width") && has("height") && whole("height") < 1 && draw.oneIn(4)) {
+    if (has("width") && has("height") && whole("height") < 1 && drawFor("width").oneIn(4)) {
         set("width", INT_MAX);
     }
 }
 
+/// The part of a map that is looked at, and where in it.
+void Call::bindMap()
+{
+    const int64_t stride = std::max<int64_t>(whole("stride"), 1);
+    Draw& draw = drawFor("last_column");
+    const auto lastColumn = static_cast<int64_t>(draw.below(static_cast<uint32_t>(stride + 1))) - 1;
+    set("stride", stride);
+    set("last_column", draw.below(3) == 0 ? lastColumn : stride - 1);
+    set("last_row", std::max<int64_t>(drawSize(drawFor("last_row")), 0) - 1);
+    set("end", drawFor("end").below(static_cast<uint32_t>(std::max<int64_t>(whole("last_column"), 0) + 1)));
+}
+
 /// Within the picture, or without columns or rows.
-void Call::drawRectangle(Draw& draw)
+void Call::drawRectangle()
 {
     const std::string_view name = callee_.name;
     const std::string_view deed = name.substr(std::min<size_t>(3, name.size()));
@@ -158,38 +161,43 @@ void Call::drawRectangle(Draw& draw)
     const int64_t beyond = writesNeighbours || name.starts_with("RE_") ? 0 : 1; // inclusive ones end one earlier
     const auto side = [&](std::string_view size, std::string_view from, std::string_view to) {
         const int64_t room = pixels() > 0 ? whole(size) - 2 * margin : 0;
-        const auto first = static_cast<int64_t>(room > 0 ? draw.below(static_cast<uint32_t>(room)) : 0);
-        const auto count = static_cast<int64_t>(room > 0 ? draw.below(static_cast<uint32_t>(room - first) + 1) : 0);
+        const auto some = [&](std::string_view end, int64_t limit) {
+            return static_cast<int64_t>(room > 0 ? drawFor(end).below(static_cast<uint32_t>(limit)) : 0);
+        };
+        const int64_t first = some(from, room);
         set(from, margin + first);
-        set(to, margin + first + count - beyond);
+        set(to, margin + first + some(to, room - first + 1) - beyond);
     };
     side("width", "x0", "x1");
     side("height", "y0", "y1");
     // The only one that does nothing in a picture without rows, whatever the rectangle.
     if (numbers_ == Numbers::edges && name == "DS_Mask2BorderClip" && whole("height") < 1) {
         for (const std::string_view end : {"x0", "x1", "y0", "y1"}) {
-            set(end, draw.below(3));
+            set(end, drawFor(end).below(3));
         }
     }
 }
 
 /// Clipped so that what lies inside the circle lies in the picture.
-void Call::drawDab(Draw& draw)
+void Call::drawDab()
 {
-    rowsUnderDab_ = std::max<int64_t>(drawSize(draw), 0);
+    rowsUnderDab_ = std::max<int64_t>(drawSize(draws_.back()), 0);
+    Draw& draw = drawFor("r");
     int64_t r = draw.oneIn(8) ? draw.oneOf<int64_t>({0, -1, INT_MIN}) : 1 + draw.below(20);
     if (numbers_ == Numbers::edges && draw.oneIn(32)) {
         r = draw.oneOf<int64_t>({46341, 50000, 65536}); // whose squares are too large
     }
     set("r", r);
     const auto side = [&](int64_t length, std::string_view centre, std::string_view from, std::string_view to) {
-        const int64_t at = static_cast<int64_t>(draw.below(60)) - 8;
+        const int64_t at = static_cast<int64_t>(drawFor(centre).below(60)) - 8;
         // Beyond the circle any number will do; where the picture ends within it, none beyond that.
-        const int64_t low = -static_cast<int64_t>(draw.below(25));
-        const int64_t high = draw.below(25);
+        const auto some = [&](std::string_view end, int64_t sign, int64_t most) {
+            Draw& any = drawFor(end);
+            return any.oneIn(8) ? most : sign * any.below(25);
+        };
         set(centre, at);
-        set(from, std::max(at - r < -1 ? -at : INT_MIN, draw.oneIn(8) ? INT_MIN : low));
-        set(to, std::min(at + r > length ? length - 1 - at : INT_MAX, draw.oneIn(8) ? INT_MAX : high));
+        set(from, std::max<int64_t>(at - r < -1 ? -at : INT_MIN, some(from, -1, INT_MIN)));
+        set(to, std::min<int64_t>(at + r > length ? length - 1 - at : INT_MAX, some(to, 1, INT_MAX)));
     };
     side(pixels() > 0 ? whole("width") : 0, "cx", "dx0", "dx1");
     side(pixels() > 0 ? rowsUnderDab_ : 0, "cy", "dy0", "dy1");

@@ -67,12 +67,15 @@ std::string_view flagOf(std::string_view picture)
 }
 } // namespace
 
-Call::Call(const Export& callee, Draw draw, Numbers numbers, support::Place place, const Fixed& fixed)
+Call::Call(const Export& callee, const Draw& draw, Numbers numbers, support::Place place, const Fixed& fixed)
     : callee_(callee), numbers_(numbers), values_(callee.parameters.size()), buffers_(callee.parameters.size())
 {
-    drawArguments(draw, fixed);
+    for (size_t i = 0; i <= values_.size(); ++i) {
+        draws_.push_back(draw.of(i));
+    }
+    drawArguments(fixed);
     if (callee_.name == "TRACE_Parcourir") {
-        makeOutline(draw);
+        makeOutline();
     }
     for (size_t i = 0; i < values_.size(); ++i) {
         const Parameter& parameter = callee_.parameters[i];
@@ -80,7 +83,6 @@ Call::Call(const Export& callee, Draw draw, Numbers numbers, support::Place plac
             continue;
         }
         const Buffer wanted = promised(*this, parameter);
-        const uint64_t seed = draw.next();
         if (wanted.elements < 0) {
             throw std::string("nobody has said how large ") + std::string(parameter.name) + " of " +
                 std::string(callee_.name) + " is: fuzz/promises.cpp";
@@ -110,7 +112,7 @@ Call::Call(const Export& callee, Draw draw, Numbers numbers, support::Place plac
             if (isOutline) {
                 std::copy(outline.begin(), outline.end(), numbersOf<int32_t>(*buffers_[i]));
             } else {
-                fill(*buffers_[i], parameter, wanted.content, seed);
+                fill(*buffers_[i], parameter, wanted.content, draws_[i].next());
             }
             values_[i].pointer = buffers_[i]->data();
         }
@@ -118,8 +120,9 @@ Call::Call(const Export& callee, Draw draw, Numbers numbers, support::Place plac
 }
 
 /// An outline to walk must fit its map: builds both from a picture of blobs.
-void Call::makeOutline(Draw& draw)
+void Call::makeOutline()
 {
+    Draw& draw = drawFor("records");
     const auto width = static_cast<int32_t>(1 + draw.below(20));
     const auto height = static_cast<int32_t>(1 + draw.below(20));
     const auto pixelCount = static_cast<size_t>(width) * static_cast<size_t>(height);
@@ -141,8 +144,8 @@ void Call::makeOutline(Draw& draw)
     const auto count = static_cast<uint32_t>(build->call(values));
     records_.resize(size_t{count} * 9);
     set("stride", width * 4);
-    set("start", count > 0 ? draw.below(count) : 0);
-    set("most", count > 0 ? static_cast<int64_t>(draw.below(count + 5)) - 1 : 0);
+    set("start", count > 0 ? drawFor("start").below(count) : 0);
+    set("most", count > 0 ? static_cast<int64_t>(drawFor("most").below(count + 5)) - 1 : 0);
 }
 
 void Call::fill(Guarded& memory, const Parameter& parameter, Content content, uint64_t seed)
@@ -215,6 +218,12 @@ void Call::set(std::string_view name, int64_t number)
     if (Value* const value = find(name)) {
         value->whole = number;
     }
+}
+
+Draw& Call::drawFor(std::string_view name)
+{
+    const Value* const value = find(name);
+    return value == nullptr ? draws_.back() : draws_[static_cast<size_t>(value - values_.data())];
 }
 
 /// How many places the entries of a table may name.

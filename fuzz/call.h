@@ -30,7 +30,7 @@ class Call
 {
 public:
     /// The same draw gives the same call, whatever table it is from.
-    Call(const Export& callee, Draw draw, Numbers numbers, support::Place place = support::Place::end,
+    Call(const Export& callee, const Draw& draw, Numbers numbers, support::Place place = support::Place::end,
          const Fixed& fixed = {});
 
     double run() { return run(callee_); }
@@ -59,21 +59,27 @@ private:
     Value* find(std::string_view name);
     const Value* find(std::string_view name) const { return const_cast<Call*>(this)->find(name); }
     void set(std::string_view name, int64_t value);
-    void drawArguments(Draw& draw, const Fixed& fixed);
-    void drawScalars(Draw& draw);
+    /// What the number of a parameter, or what its buffer holds, is drawn from.
+    Draw& drawFor(std::string_view name);
+    void drawArguments(const Fixed& fixed);
+    void drawScalars();
     int64_t drawSize(Draw& draw) const;
     bool isTooLarge() const;
-    void bindSizes(Draw& draw);
-    void drawRectangle(Draw& draw);
-    void drawDab(Draw& draw);
+    void bindSizes();
+    void bindMap();
+    void drawRectangle();
+    void drawDab();
     uint32_t placesFor(const Parameter& parameter) const;
     void fill(support::Guarded& memory, const Parameter& parameter, Content content, uint64_t seed);
     static void fillWithEdges(support::Guarded& memory, const Parameter& parameter, uint64_t seed);
-    void makeOutline(Draw& draw);
+    void makeOutline();
     double drawReal(Draw& draw, const Parameter& parameter, uint32_t kind) const;
 
     const Export& callee_;
     Numbers numbers_;
+    // One for each parameter, by its place alone: how a rule draws moves no other parameter, and names move nothing. The
+    // last is for what no argument says.
+    std::vector<Draw> draws_;
     std::vector<Value> values_;
     std::vector<std::unique_ptr<support::Guarded>> buffers_;
     // How high the picture under a dab is, which no argument says.

@@ -11,15 +11,24 @@ class Draw
 {
 public:
     explicit Draw(uint64_t seed) : random_(seed) {}
-    explicit Draw(std::span<const uint8_t> bytes) : bytes_(bytes), random_(bytes.size()) {}
+    /// Uses the bytes up, from the front.
+    explicit Draw(std::span<const uint8_t>& bytes) : bytes_(&bytes), random_(bytes.size()) {}
 
+    /// A stream for one position, whose seed depends on nothing that others draw. What bytes there are serve all: whoever
+    /// draws takes the next two, so that a few of them decide much.
+    Draw of(size_t position) const
+    {
+        Draw result = *this;
+        result.random_ = support::Random(support::Random(random_).next() + position * 0xd1342543de82ef95);
+        return result;
+    }
     uint64_t next()
     {
         // What below() looks at are the highest bits.
         uint64_t result = random_.next();
-        for (int shift = 56; shift >= 48 && !bytes_.empty(); shift -= 8) {
-            result = (result & ~(uint64_t{0xff} << shift)) | uint64_t{bytes_[0]} << shift;
-            bytes_ = bytes_.subspan(1);
+        for (int shift = 56; shift >= 48 && bytes_ != nullptr && !bytes_->empty(); shift -= 8) {
+            result = (result & ~(uint64_t{0xff} << shift)) | uint64_t{bytes_->front()} << shift;
+            *bytes_ = bytes_->subspan(1);
         }
         return result;
     }
@@ -33,7 +42,7 @@ public:
     }
 
 private:
-    std::span<const uint8_t> bytes_;
+    std::span<const uint8_t>* bytes_ = nullptr;
     support::Random random_;
 };
 } // namespace abuse

@@ -71,7 +71,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size)
     uint64_t wanted = 0;
     for (const auto& [level, table] : tables) {
         const Export& callee = (*table)[place];
-        Call call(callee, Draw({data + 2, size - 2}), numbers, where);
+        std::span bytes(data + 2, size - 2);
+        Call call(callee, Draw(bytes), numbers, where);
         const uint64_t sources = call.checksumOfSources();
         const uint64_t sum = call.checksum(call.run());
         wanted = table == tables.front().second ? sum : wanted;

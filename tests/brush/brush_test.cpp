@@ -65,6 +65,14 @@ TEST(Dab, EndsBeforeItsRim)
         stamp(picture, radius, 0, 1);
         EXPECT_EQ(picture, before);
     }
+    // Squares beyond 2^24: single precision would reach the pixel 4097 to the left.
+    constexpr int32_t wide = 4097;
+    Pixels row(80, 200);
+    const Pixels brush(size_t{wide + 1} * 2 * wide * 4);
+    BR_Couleur(row.data(), brush.data(), nullptr, ramp().data(), 1, 20, wide, 0, -wide, 0, 19 - wide, 0, wide, 1, 2, 3,
+               0);
+    EXPECT_EQ(row[0], 200);
+    EXPECT_EQ(row[4], 3);
     // The square wraps to 0 or below, so that no brush is needed.
     for (const int32_t radius : {46341, 65536, 92681}) {
         Pixels picture(pictureBytes, 200);

@@ -13,8 +13,8 @@ make)
     mkdir -p "$(dirname "$machine")"
     rm -rf "$machine.new"
     make_machine "$machine.new" i386 wine,wine32
-    # Wine makes its own drives and registry on first use, once.
-    enter_machine "$machine.new" "" WINEDEBUG=-all wineboot --init
+    # Wine makes its own drives and registry on first use, once; its server writes the registry when it ends.
+    enter_machine "$machine.new" "" WINEDEBUG=-all /bin/sh -c 'wineboot --init && wineserver -w'
     mv "$machine.new" "$machine"
     ;;
 run)

@@ -126,6 +126,15 @@ TEST(Fade, StepsAndTheirEdges)
     EXPECT_EQ(image[3], 0);
 }
 
+TEST(Fade, ColumnsThatSinglePrecisionLacks)
+{
+    constexpr int32_t width = (1 << 24) + 16;
+    Pixels image = uniform(width, 1, 255);
+    TRA_ImageRadial(image.data(), image.data(), ramp().data(), width, 1, 0x1p24F, 0, 100);
+    // 0.03 of the way is step 8, 0.04 would be step 11.
+    EXPECT_EQ(image[image.size() - 13 * 4 + 3], 255 - 8);
+}
+
 TEST(Fade, SumsSquaresInDoublePrecision)
 {
     const Pixels profile = ramp(), all = uniform(16, 8, 255);

@@ -8,6 +8,11 @@
 #include <cstring>
 #include <sstream>
 
+#if defined(__linux__)
+#include <sys/mman.h>
+#include <unistd.h>
+#endif
+
 namespace abuse
 {
 namespace
@@ -26,6 +31,16 @@ Number* numbersOf(Guarded& memory)
     return static_cast<Number*>(static_cast<void*>(memory.data()));
 }
 
+/// Lets whoever writes there fault: what many calls share is too large to be compared after each.
+void forbidWrites([[maybe_unused]] Guarded& memory)
+{
+#if defined(__linux__)
+    const auto within =
+        static_cast<size_t>(reinterpret_cast<uintptr_t>(memory.data()) % static_cast<size_t>(getpagesize()));
+    mprotect(memory.data() - within, memory.size() + within, PROT_READ);
+#endif
+}
+
 /// A shared table that costs too much to make for each call.
 template <class Number, class Make>
 Guarded& sharedTable(size_t count, uint64_t seed, Make make)
@@ -33,6 +48,7 @@ Guarded& sharedTable(size_t count, uint64_t seed, Make make)
     auto* const memory = new Guarded(count * sizeof(Number), support::Place::end);
     Random random(seed);
     std::generate_n(numbersOf<Number>(*memory), count, [&] { return make(random); });
+    forbidWrites(*memory);
     return *memory;
 }
 

@@ -8,6 +8,11 @@
 #include <cstring>
 #include <sstream>
 
+#if defined(__linux__)
+#include <sys/mman.h>
+#include <unistd.h>
+#endif
+
 namespace abuse
 {
 namespace
@@ -26,6 +31,16 @@ Number* numbersOf(Guarded& memory)
     return static_cast<Number*>(static_cast<void*>(memory.data()));
 }
 
+/// Lets whoever writes there fault: what many calls share is too large to be compared after each.
+void forbidWrites([[maybe_unused]] Guarded& memory)
+{
+#if defined(__linux__)
+    const auto within =
+        static_cast<size_t>(reinterpret_cast<uintptr_t>(memory.data()) % static_cast<size_t>(getpagesize()));
+    mprotect(memory.data() - within, memory.size() + within, PROT_READ);
+#endif
+}
+
 /// A shared table that costs too much to make for each call.
 template <class Number, class Make>
 Guarded& sharedTable(size_t count, uint64_t seed, Make make)
@@ -33,6 +48,7 @@ Guarded& sharedTable(size_t count, uint64_t seed, Make make)
     auto* const memory = new Guarded(count * sizeof(Number), support::Place::end);
     Random random(seed);
     std::generate_n(numbersOf<Number>(*memory), count, [&] { return make(random); });
+    forbidWrites(*memory);
     return *memory;
 }
 
@@ -117,6 +133,40 @@ Call::Call(const Export& callee, const Draw& draw, Numbers numbers, support::Pla
             values_[i].pointer = buffers_[i]->data();
         }
     }
+    if (numbers_ == Numbers::edges) {
+        workInPlace();
+    }
+}
+
+/// Now and then what is read is what is written, where the manual lets them be one buffer and they are equally large.
+void Call::workInPlace()
+{
+    for (size_t i = 0; i < values_.size(); ++i) {
+        const Parameter& parameter = callee_.parameters[i];
+        if (buffers_[i] == nullptr || !parameter.type.starts_with("const") || !draws_[i].oneIn(8)) {
+            continue;
+        }
+        const Value* const written = find(mayBe(callee_, parameter.name));
+        if (written == nullptr) {
+            continue;
+        }
+        const auto& buffer = buffers_[static_cast<size_t>(written - values_.data())];
+        if (buffer->size() == buffers_[i]->size()) {
+            values_[i].pointer = written->pointer;
+            buffers_[i].reset();
+        }
+    }
+}
+
+/// The parameter whose buffer this one is passed: mostly its own.
+size_t Call::ownerOf(size_t parameter) const
+{
+    for (size_t i = 0; i < values_.size(); ++i) {
+        if (buffers_[i] != nullptr && values_[i].pointer == values_[parameter].pointer) {
+            return i;
+        }
+    }
+    return parameter;
 }
 
 /// An outline to walk must fit its map: builds both from a picture of blobs.
@@ -244,7 +294,8 @@ int64_t Call::pixels() const
 size_t Call::bytes() const
 {
     size_t sum = 0;
-    for (const auto& buffer : buffers_) {
+    for (size_t i = 0; i < values_.size(); ++i) {
+        const auto& buffer = buffers_[ownerOf(i)];
         sum += buffer == nullptr ? 0 : buffer->size();
     }
     return sum;
@@ -310,7 +361,9 @@ std::string Call::describe() const
         const Parameter& parameter = callee_.parameters[i];
         out << (i == 0 ? "" : ", ") << parameter.name << ' ';
         if (isPointer(parameter)) {
-            out << '[' << (buffers_[i] == nullptr ? 0 : buffers_[i]->size()) << "]";
+            const size_t owner = ownerOf(i);
+            out << '[' << (buffers_[owner] == nullptr ? 0 : buffers_[owner]->size()) << "]";
+            out << (owner == i ? "" : " is ") << (owner == i ? "" : callee_.parameters[owner].name);
         } else if (isReal(parameter)) {
             out << values_[i].real;
         } else {

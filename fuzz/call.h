@@ -52,7 +52,7 @@ public:
     bool has(std::string_view name) const { return find(name) != nullptr; }
     /// The pixels of the call's pictures, and the cells of its maps.
     int64_t pixels() const;
-    /// Of all buffers together.
+    /// Of all buffers together; of one that is passed twice, twice.
     size_t bytes() const;
 
 private:
@@ -73,6 +73,8 @@ private:
     void fill(support::Guarded& memory, const Parameter& parameter, Content content, uint64_t seed);
     static void fillWithEdges(support::Guarded& memory, const Parameter& parameter, uint64_t seed);
     void makeOutline();
+    void workInPlace();
+    size_t ownerOf(size_t parameter) const;
     double drawReal(Draw& draw, const Parameter& parameter, uint32_t kind) const;
 
     const Export& callee_;
@@ -91,6 +93,9 @@ private:
 
 /// How large a buffer is promised to be; elements below 0 where nobody has said so.
 Buffer promised(const Call& call, const Parameter& parameter);
+
+/// The parameter that may be the same buffer as this one, which is only read; no name where the manual allows none.
+std::string_view mayBe(const Export& callee, std::string_view parameter);
 
 /// Exports whose output is too large for more than a few calls.
 bool isHeavy(const Export& callee);

@@ -4,6 +4,7 @@
 #include "loaded.h"
 #include "numbers.h"
 
+#include <algorithm>
 #include <csetjmp>
 #include <csignal>
 #include <cstring>
@@ -188,7 +189,11 @@ std::string Pair::difference(Call& call)
             continue;
         }
         size_t count = 0;
-        for (size_t at = 0; at < was.size() / elementSize(parameter.type); ++at) {
+        const size_t size = elementSize(parameter.type);
+        for (size_t at = 0; at < was.size() / size; ++at) {
+            if (std::memcmp(&was[at * size], &is[at * size], size) == 0) {
+                continue; // the tables are long
+            }
             const std::string one = element(parameter.type, was, at);
             const std::string other = element(parameter.type, is, at);
             if (one != other && ++count == 1) {
@@ -210,10 +215,15 @@ std::string Pair::contents(const Call& call) const
             continue;
         }
         constexpr size_t most = 48;
-        const size_t count = before_[i].size() / elementSize(parameter.type);
+        const size_t size = elementSize(parameter.type);
+        const size_t count = before_[i].size() / size;
         size_t shown = 0;
         out << "  " << parameter.name << " = " << count << " x 0";
         for (size_t at = 0; at < count; ++at) {
+            const uint8_t* const bytes = &before_[i][at * size];
+            if (std::all_of(bytes, bytes + size, [](uint8_t byte) { return byte == 0; })) {
+                continue;
+            }
             const std::string text = element(parameter.type, before_[i], at);
             if (text != "0" && ++shown <= most) {
                 out << (shown == 1 ? ", but " : ", ") << '[' << at << "] " << text;

@@ -172,7 +172,39 @@ const Rule rules[] = {
      "restore",
      "*", [](const Call& call) { return call.pixels() * 4; }, Content::noise},
 };
+
+// What is only read, and what it may be: "In place: yes", or as the parameter says.
+struct InPlace
+{
+    std::string_view exports;
+    std::string_view read;
+    std::string_view written;
+};
+const InPlace inPlace[] = {
+    {"IM_NB IM_Brillance IM_Contraste", "source", "destination"},
+    {"IM_Courbes IM_CourbesLab IM_Niveau IM_NiveauPlus", "source", "destination"},
+    {"IM_BrillanceContraste IM_BrillanceContrasteH IM_Gamma", "source", "destination"},
+    {"IM_GetEqualiser IM_Equaliser IM_Balance", "source", "destination"},
+    {"IM_Net IM_Accentuer IM_HighPass IM_Detail", "image", "destination"},
+    {"IM_Decal IM_Seuil", "source", "destination"},
+    {"DS_Image2Mask", "source", "mask"},
+    {"DS_Mask2Transparent DS_Mask2TransparentClip DS_Mask2TransparentAppliquer", "mask", "image"},
+    {"DS_SetAlphaData DS_TransfertAlpha", "source", "destination"},
+    {"DS_TransfertDataSelected", "source key", "destination"},
+    {"PA_Transparent PA_Opaque PA_Copie", "test", "picture"},
+    {"RE_Black2Trans", "grey", "picture"},
+    {"RE_Trans2Black RE_TransparenceMask RE_CouleurMask RE_TextureMask", "source", "destination"},
+    {"TRA_ImageLineaire TRA_ImageRadial", "selection", "image"},
+};
 } // namespace
+
+std::string_view mayBe(const Export& callee, std::string_view parameter)
+{
+    const auto* const found = std::find_if(std::begin(inPlace), std::end(inPlace), [&](const InPlace& rule) {
+        return isOneOf(rule.exports, callee.name) && isOneOf(rule.read, parameter);
+    });
+    return found == std::end(inPlace) ? "" : found->written;
+}
 
 Buffer promised(const Call& call, const Parameter& parameter)
 {

@@ -91,7 +91,8 @@ int stopContour()
 
 int tryThreads(int rounds)
 {
-    constexpr int threadCount = 8;
+    // A process of 32 bits has no room for the largest buffers of eight calls.
+    constexpr int threadCount = sizeof(void*) == 8 ? 8 : 3;
     std::vector<uint64_t> alone;
     const auto visitAll = [rounds](auto visit) {
         forEachCall(rounds, [&](const Export& callee, uint64_t seed, Numbers numbers) {
